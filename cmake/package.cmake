@@ -1,0 +1,1 @@
+# Install rules; the package files are added here.
