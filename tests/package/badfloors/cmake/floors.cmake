@@ -1,0 +1,3 @@
+set(TZ_FLOORS
+    ground # the lower one
+    top)

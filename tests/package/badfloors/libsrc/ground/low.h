@@ -1,0 +1,4 @@
+#pragma once
+
+#include "top/high.h"
+#include "high.h"
