@@ -1,4 +1,4 @@
 #pragma once
 
-#include "top/high.h"
 #include "high.h"
+#include "top/high.h"
