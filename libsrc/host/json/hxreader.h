@@ -37,12 +37,11 @@ public:
 
     // Reads the whole text, or all that is left of the stream, into `root`. True on success. On
     // failure `root` is null and the error operations say why. Comments are read over;
-    // `collectComments` asks for nothing, as no operation gives them back. `text` may be a string
-    // that `root` owns.
+    // `collectComments` asks for nothing, as no operation gives them back.
     bool parse(const std::string& text, Value& root, bool collectComments = true);
     bool parse(std::istream& stream, Value& root, bool collectComments = true);
 
-    // Why the last parse failed, with the place: "line 3, column 7: Missing a colon after a name
+    // Why the last parse failed, with the place: "line 3, column 7: A colon was expected
     // ...". The rest is the place itself: the byte offset from the start of the text, the line
     // counted in line feeds, and the column counted in bytes, both from 1. After a success: "", 0,
     // 0, 0.
@@ -52,7 +51,7 @@ public:
     int getErrorColumn() const { return m_column; }
 
 private:
-    bool ParseBytes(std::string_view text, Value& root);
+    bool ParseBytes(std::string_view text, Value& document);
     bool Fail(std::string_view text, size_t offset, const char* words);
     void ClearError();
 

@@ -234,6 +234,7 @@ private:
     Elements& BecomeArray();
     Members& BecomeObject();
     void CopyFlat(const Value& other);
+    static void CopyTree(const Value& from, Value& to);
     bool EqualFlat(const Value& other) const noexcept;
     bool IsContainer() const noexcept { return m_type >= arrayValue; }
     void DropText() noexcept;
