@@ -228,7 +228,7 @@ private:
     CAppVariableDef* WalkDown(const std::string* begin, const std::string* end);
     bool HasGlobalName(std::string_view name) const;
     std::string_view NamePart() const;
-    void LinkChild(std::unique_ptr<CAppVariableDef> child);
+    void LinkChild(CAppVariableDef* child);
     void LoadFields(const hxJson::Value& value);
     void SaveFields(hxJson::Value& value) const;
     static void DestroyBelow(CAppVariableDef& root) noexcept;
