@@ -1,0 +1,142 @@
+// Building the expression of a normal statement.
+//
+// 1. The text is cut at its variables; each variable will be one capture group, chosen by its
+// alternatives or its type.
+// 2. The literal text between them is escaped (a "^" in front and a "$" at the end stay anchors),
+// and each run of white
+//    space becomes "\s+".
+// 3. The captures go in between.
+//
+// The pieces are what putting a placeholder "#ph1000hp#" in place of each variable, escaping the
+// whole and putting the captures in place of the placeholders gives. The two differ only for a
+// statement that holds the text "#ph" itself: there an author's own "#ph1000hp#" is taken for the
+// placeholder when it stands first, so such a statement goes through the placeholders for real.
+#include "host/text/stlhelper.h"
+#include "host/text/strformat.h"
+#include "tzparser/pattern/parserpatternhelper.h"
+#include "tzparser/text/appcaptures.h"
+
+#include <array>
+#include <locale>
+#include <string_view>
+
+#include <boost/algorithm/string/replace.hpp>
+
+namespace {
+
+constexpr const char* PlaceholderFormat = "#ph{0}hp#";
+constexpr const char* PlaceholderStart = "#ph";
+constexpr int FirstPlaceholder = 1000;
+
+struct TypeCapture {
+    std::string_view type;
+    AppCapture_e
+        capture;  // AppCapture_Count: none of its own, that of the variable before stays in force
+};
+
+// What a variable of a type captures. The rows "long", "ip", "ipv6", "mac" and "percent" belong to
+// the family, though no statement can name these types.
+constexpr std::array<TypeCapture, 13> TypeCaptures = {{
+    {"bool", AppCapture_Bool},
+    {"int", AppCapture_Int},
+    {"long", AppCapture_Int},
+    {"double", AppCapture_Double},
+    {"float", AppCapture_Double},
+    {"ip", AppCapture_IP},
+    {"ipv6", AppCapture_Count},
+    {"mac", AppCapture_Count},
+    {"percent", AppCapture_Count},
+    {"configlet", AppCapture_ConfigLet},
+    {"mstring", AppCapture_MString},
+    {"mstr", AppCapture_MString},
+    {"mword", AppCapture_MWord},
+}};
+
+std::string_view CaptureOfType(const std::string& type, std::string_view before) {
+    for (const auto& row : TypeCaptures)
+        if (row.type == type)
+            return row.capture != AppCapture_Count ? GetAppCapture(row.capture) : before;
+    return GetAppCapture(AppCapture_String);
+}
+
+bool IsBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+std::string FoldWhiteSpace(std::string_view text) {
+    std::string folded;
+    folded.reserve(text.size() + 8);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!IsBlank(text[i])) {
+            folded.push_back(text[i]);
+        } else if (i == 0 || !IsBlank(text[i - 1])) {
+            folded.append("\\s+");
+        }
+    }
+    return folded;
+}
+
+std::string Placeholder(int index) {
+    StrFormat format(PlaceholderFormat);
+    format << FirstPlaceholder + index;
+    return format.str();
+}
+
+}  // namespace
+
+std::string CParserPatternHelper::RegexEscape(const std::string& text, bool keepLeadingCaret,
+                                              bool keepTrailingDollar) {
+    std::size_t begin = 0;
+    auto end = text.size();
+    if (keepLeadingCaret && begin < end && text[begin] == '^') ++begin;
+    if (keepTrailingDollar && begin < end && text[end - 1] == '$') --end;
+    return text.substr(0, begin) + StlHelper::RegexEscape(text.substr(begin, end - begin)) +
+           text.substr(end);
+}
+
+std::vector<std::string> CParserPatternHelper::ChooseCaptures() const {
+    std::vector<std::string> captures;
+    captures.reserve(m_variables.size());
+    std::string_view before;
+    for (const auto& variable : m_variables) {
+        if (!variable.m_alternatives.empty()) {
+            captures.push_back(variable.m_alternatives);
+        } else {
+            before = CaptureOfType(variable.m_type, before);
+            captures.emplace_back(before);
+        }
+    }
+    return captures;
+}
+
+void CParserPatternHelper::BuildRegex() {
+    const auto captures = ChooseCaptures();
+    if (StlHelper::findIgnoreCase(m_pattern, PlaceholderStart, 0) == std::string::npos)
+        BuildRegexByPieces(captures);
+    else
+        BuildRegexByPlaceholders(captures);
+}
+
+void CParserPatternHelper::BuildRegexByPieces(const std::vector<std::string>& captures) {
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < m_variables.size(); ++i) {
+        const auto variable = m_pattern.find(m_variables[i].m_matchText, at);
+        m_regex += FoldWhiteSpace(RegexEscape(m_pattern.substr(at, variable - at), at == 0, false));
+        m_regex += captures[i];
+        at = variable + m_variables[i].m_matchText.size();
+    }
+    m_regex += FoldWhiteSpace(RegexEscape(m_pattern.substr(at), false, true));
+}
+
+void CParserPatternHelper::BuildRegexByPlaceholders(const std::vector<std::string>& captures) {
+    const auto& classic = std::locale::classic();
+    std::string working = m_pattern;
+    for (std::size_t i = 0; i < m_variables.size(); ++i)
+        boost::algorithm::ireplace_first(working, m_variables[i].m_matchText,
+                                         Placeholder(static_cast<int>(i)), classic);
+    working = FoldWhiteSpace(RegexEscape(working, true, true));
+    for (std::size_t i = 0; i < captures.size(); ++i)
+        boost::algorithm::ireplace_first(working, Placeholder(static_cast<int>(i)), captures[i],
+                                         classic);
+    m_regex = std::move(working);
+}
