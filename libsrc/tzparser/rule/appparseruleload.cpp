@@ -1,0 +1,93 @@
+// Rule documents: the envelope of a rule node, and the rules made of its children.
+#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/appparserulesample.h"
+#include "tzparser/rule/rulefactory.h"
+#include "tzparser/rule/rulekeys.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace {
+
+// The number that a text begins with, 0 when it begins with none: a missing "type" is a keyword
+// rule.
+int LeadingNumber(const std::string& text) {
+    const long number = std::strtol(text.c_str(), nullptr, 10);
+    return static_cast<int>(
+        std::clamp<long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+// These kinds make their default keyword rule when they are constructed; a keyword node in the
+// first place fills it.
+bool HasDefaultChild(RuleType type) {
+    return type == RuleType_Filter || type == RuleType_DesignReader || type == RuleType_Paragraph;
+}
+
+}  // namespace
+
+// Children are complete before the rule's own keys are read.
+bool CAppParseRule::Load(const hxJson::Value& node) {
+    m_definition.Edit().ruleGuid = node[RuleKey::Xxid].asString();
+    FillChildNode(node[RuleKey::Child]);
+    LoadBounds(node);
+    const auto& operations = node[RuleKey::Operations];
+    if (operations.isArray())
+        for (const auto& operation : operations) AddOperation(operation);
+    return LoadParseRule(node);
+}
+
+void CAppParseRule::LoadBounds(const hxJson::Value& node) {
+    const auto& start = node[RuleKey::NiStart];
+    if (start.isObject() && !start.empty()) m_definition.Edit().niStart.Load(start);
+    const auto& end = node[RuleKey::NiEnd];
+    if (end.isObject() && !end.empty()) m_definition.Edit().niEnd.Load(end);
+}
+
+void CAppParseRule::AddOperation(const hxJson::Value& node) {
+    SearchReplaceOperation operation;
+    if (operation.Load(node)) m_definition.Edit().operations.push_back(std::move(operation));
+}
+
+// An unknown kind drops the nodes behind it too; what was made before it stays.
+bool CAppParseRule::FillChildNode(const hxJson::Value& child) {
+    const auto& rules = child[RuleKey::ParseRule];
+    if (rules.isObject()) return AddRuleOfNode(rules, true, false);
+    if (!rules.isArray()) return false;
+    bool isFirst = true;
+    for (const auto& node : rules) {
+        if (!AddRuleOfNode(node, isFirst, true)) return false;
+        isFirst = false;
+    }
+    return true;
+}
+
+bool CAppParseRule::AddRuleOfNode(const hxJson::Value& node, bool isFirst, bool isArray) {
+    const int type = LeadingNumber(node[RuleKey::Type].asString());
+    if (type == RuleType_KeyWord && isFirst && HasDefaultChild(m_ruleType) && !m_children.empty()) {
+        m_children.front()->Load(node);
+        return true;
+    }
+    auto rule = MakeRule(type, isArray ? RuleNodeForm_Array : RuleNodeForm_Object, this);
+    if (!rule) return false;
+    auto* added = rule.get();
+    AddChildRule(rule.release());
+    added->Load(node);
+    return true;
+}
+
+bool CAppParseRule::Save(hxJson::Value& node) {
+    if (!m_children.empty()) SaveChildNode(node[RuleKey::Child]);
+    return SaveParseRule(node);
+}
+
+bool CAppParseRule::SaveChildNode(hxJson::Value& child) {
+    auto& rules = child[RuleKey::ParseRule];
+    for (const auto& rule : m_children) {
+        hxJson::Value node;
+        node[RuleKey::Type] = static_cast<int>(rule->GetRuleType());
+        rule->Save(node);
+        rules.append(std::move(node));
+    }
+    return true;
+}
