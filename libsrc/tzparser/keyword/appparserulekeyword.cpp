@@ -1,0 +1,230 @@
+// The rule as a definition: compiling KVPs, the names and types they declare.
+#include "tzparser/keyword/appparserulekeyword.h"
+
+#include "tzparser/pattern/parserpatternhelper.h"
+#include "tzparser/rule/paragraphscope.h"
+#include "tzparser/variable/appvariabledef.h"
+
+#include <algorithm>
+
+namespace {
+
+// Statement variables carry this number in definition trees; no type has it.
+constexpr auto StatementDataType = static_cast<AppDataType_e>(9);
+
+bool IsBelowParagraph(const CAppParseRule* rule) {
+    for (; rule != nullptr; rule = rule->GetParentRule())
+        if (rule->GetRuleType() == RuleType_Paragraph) return true;
+    return false;
+}
+
+void AppendNew(const std::vector<std::string>& from, std::vector<std::string>& names) {
+    for (const auto& name : from)
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+}
+
+}  // namespace
+
+CAppParseRuleKeyWord::CAppParseRuleKeyWord(CAppParseRule* parent)
+    : CAppParseRuleKeyWord(RuleType_KeyWord, parent) {}
+
+CAppParseRuleKeyWord::CAppParseRuleKeyWord(RuleType ruleType, CAppParseRule* parent)
+    : CAppParseRule(ruleType, parent), m_isSingle(!IsBelowParagraph(parent)) {}
+
+CAppParseRuleKeyWord::~CAppParseRuleKeyWord() = default;
+
+CAppParseRule* CAppParseRuleKeyWord::CreateObject(CAppParseRule* parent) {
+    return new CAppParseRuleKeyWord(parent);
+}
+
+bool CAppParseRuleKeyWord::OnCopyTo(CAppParseRule* target) {
+    auto* other = dynamic_cast<CAppParseRuleKeyWord*>(target);
+    if (other == nullptr) return false;
+    if (other == this) return true;
+    other->m_definition = m_definition;
+    other->m_variablePos = m_variablePos;
+    other->m_runPlan = m_runPlan;
+    other->SetRuleModify();
+    return true;
+}
+
+CAppParseRuleKeyWord::Definition& CAppParseRuleKeyWord::EditDefinition() {
+    auto& definition = m_definition.Edit();
+    definition.plan.reset();
+    m_runPlan.reset();
+    return definition;
+}
+
+const CAppParseRuleKeyWord::Kvp* CAppParseRuleKeyWord::FindResolved(const std::string& kvp) const {
+    const auto at = m_definition->resolved.find(kvp);
+    return at != m_definition->resolved.end() ? &at->second : nullptr;
+}
+
+bool CAppParseRuleKeyWord::ExtractVariableNames(const std::string& kvp,
+                                                std::vector<std::string>& names) {
+    if (kvp.empty()) return false;
+    if (const auto* known = FindResolved(kvp); known != nullptr && !known->names.empty()) {
+        names = known->names;
+        return true;
+    }
+    return ResolveKeywordLine(kvp, names);
+}
+
+// The one place where a KVP is compiled. What it says of a variable's type overrides what the
+// document said. A KVP without variables comes here each time it is asked for; the definition is
+// only written when something is new.
+bool CAppParseRuleKeyWord::ResolveKeywordLine(const std::string& kvp,
+                                              std::vector<std::string>& names) {
+    names.clear();
+    CParserPatternHelper helper;
+    std::string error;
+    if (!helper.Parse(kvp, error)) return false;
+    const auto types = helper.GetVarTypesWithOrder();
+    for (const auto& type : types)
+        if (type.first != DummyVariableName) names.push_back(type.first);
+    if (names.empty() && FindResolved(kvp) != nullptr &&
+        FindResolved(kvp)->regexText == helper.GetRegex())
+        return true;
+    auto& definition = EditDefinition();
+    for (const auto& [name, type] : types)
+        if (name != DummyVariableName) definition.variableTypes[name] = type;
+    definition.resolved[kvp] = {helper.GetRegex(), names, helper.GetVarNames(),
+                                helper.IsMultiLineRegex()};
+    std::string mlineName;
+    Spans spans;
+    if (helper.GetMlineVariables(mlineName, spans))
+        definition.mlineDefine[mlineName] = std::move(spans);
+    return true;
+}
+
+bool CAppParseRuleKeyWord::ParseStatement() {
+    if (m_definition->statements.empty()) return true;
+    auto& definition = EditDefinition();
+    for (const auto& statement : definition.statements) {
+        const auto equals = statement.find('=');
+        std::string left = statement.substr(0, equals);
+        std::string right = equals == std::string::npos ? statement : statement.substr(equals + 1);
+        const auto colon = left.find(':');
+        if (colon != std::string::npos)
+            left.erase(std::min<std::size_t>(1, colon),
+                       colon + 1 - std::min<std::size_t>(1, colon));
+        definition.statementExpressions[left] = std::move(right);
+    }
+    return true;
+}
+
+std::string CAppParseRuleKeyWord::GetKVPRegex(const std::string& kvp) const {
+    const auto* known = FindResolved(kvp);
+    return known != nullptr ? known->regexText : std::string();
+}
+
+std::string CAppParseRuleKeyWord::GetEnumVariableValue(const std::string& name) const {
+    const auto at = m_definition->enumVariableValues.find(name);
+    return at != m_definition->enumVariableValues.end() ? at->second : std::string();
+}
+
+// A rule in a paragraph inside a paragraph knows the types of the outer paragraph's keyword rules
+// too.
+std::string CAppParseRuleKeyWord::GetVariableType(const std::string& name) const {
+    const auto at = m_definition->variableTypes.find(name);
+    if (at != m_definition->variableTypes.end()) return at->second;
+    const auto* inner = GetParentRule();
+    const auto* outer = inner != nullptr ? inner->GetParentRule() : nullptr;
+    if (outer != nullptr && inner->GetRuleType() == RuleType_Paragraph &&
+        outer->GetRuleType() == RuleType_Paragraph) {
+        for (const auto& child : outer->Children()) {
+            const auto* rule = dynamic_cast<const CAppParseRuleKeyWord*>(child.get());
+            if (rule == nullptr || rule == this) continue;
+            auto type = rule->GetVariableType(name);
+            if (!type.empty()) return type;
+        }
+    }
+    if (!name.empty() && name.front() != '$') return GetVariableType("$" + name);
+    return {};
+}
+
+std::vector<std::string> CAppParseRuleKeyWord::GetVariableNames() {
+    std::vector<std::string> kvps = m_definition->kvps;
+    InsertParentStartExpression(kvps, true);
+    std::vector<std::string> result;
+    std::vector<std::string> names;
+    for (const auto& kvp : kvps)
+        if (ExtractVariableNames(kvp, names)) AppendNew(names, result);
+    AppendOuterVariableNames(result);
+    AppendKeywordVariables(result);
+    return result;
+}
+
+void CAppParseRuleKeyWord::AppendOuterVariableNames(std::vector<std::string>& names) const {
+    const auto* inner = GetParentRule();
+    if (inner == nullptr || inner->GetRuleType() != RuleType_Paragraph) return;
+    for (const auto* outer = inner->GetParentRule(); outer != nullptr;
+         outer = outer->GetParentRule()) {
+        if (outer->GetRuleType() != RuleType_Paragraph) continue;
+        for (const auto& child : outer->Children()) {
+            auto* rule = dynamic_cast<CAppParseRuleKeyWord*>(child.get());
+            if (rule != nullptr && child.get() != inner) AppendNew(rule->GetVariableNames(), names);
+        }
+    }
+}
+
+void CAppParseRuleKeyWord::AppendKeywordVariables(std::vector<std::string>&) {}
+
+IParagraphScope* CAppParseRuleKeyWord::GetParagraphParent() const {
+    const auto* parent = GetParentRule();
+    if (parent == nullptr || parent->GetRuleType() != RuleType_Paragraph) return nullptr;
+    return const_cast<CAppParseRule*>(parent)->AsParagraphScope();
+}
+
+bool CAppParseRuleKeyWord::IsFirstChildOfParagraph() const {
+    const auto* parent = GetParentRule();
+    return parent != nullptr && parent->GetRuleType() == RuleType_Paragraph && !parent->IsLeaf() &&
+           parent->Children().front().get() == this;
+}
+
+// The first keyword rule of a paragraph also reads what the paragraph's own start and identifying
+// lines declare.
+void CAppParseRuleKeyWord::InsertParentStartExpression(std::vector<std::string>& kvps,
+                                                       bool withParentLine) const {
+    if (!IsFirstChildOfParagraph()) return;
+    const auto* paragraph = GetParagraphParent();
+    if (paragraph == nullptr) return;
+    auto lines = paragraph->GetIDLines();
+    if (withParentLine && !paragraph->GetParentLine().empty())
+        lines.insert(lines.begin(), paragraph->GetParentLine());
+    kvps.insert(kvps.begin(), lines.begin(), lines.end());
+}
+
+void CAppParseRuleKeyWord::FillUsePreVars(std::set<std::string>& names) const {
+    const auto* paragraph = GetParagraphParent();
+    if (paragraph != nullptr && paragraph->IsUsePreVars()) names = paragraph->GetUsePreVars();
+}
+
+void CAppParseRuleKeyWord::FillAllVariables(std::set<std::string>& names) const {
+    for (const auto& entry : m_definition->variableTypes) names.insert(entry.first);
+}
+
+bool CAppParseRuleKeyWord::AddToVariableTree(CAppVariableDef* parent) {
+    std::vector<std::string> names;
+    const auto kvps = m_definition->kvps;
+    for (const auto& kvp : kvps) {
+        names.clear();
+        ExtractVariableNames(kvp, names);
+        for (const auto& name : names) {
+            const auto type = m_definition->variableTypes.find(name);
+            const bool known = type != m_definition->variableTypes.end();
+            AddDefinition(parent, name,
+                          CParserPatternHelper::GetDataType(known ? type->second : std::string()));
+        }
+    }
+    ParseStatement();
+    for (const auto& entry : m_definition->statementExpressions)
+        AddDefinition(parent, entry.first, StatementDataType);
+    return true;
+}
+
+void CAppParseRuleKeyWord::AddDefinition(CAppVariableDef* parent, const std::string& name,
+                                         AppDataType_e type) const {
+    auto def = std::make_unique<CAppVariableDef>(parent, name, type, AppVariableType_Parser, "");
+    if (parent->AddChild(def.get())) def.release();
+}

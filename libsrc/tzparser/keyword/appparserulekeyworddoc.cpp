@@ -1,0 +1,59 @@
+// The rule's document.
+#include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/keyword/keywordkeys.h"
+
+namespace {
+
+std::vector<std::string> ReadTexts(const hxJson::Value& object, const char* key) {
+    std::vector<std::string> texts;
+    const auto& list = object[key];
+    if (!list.isArray()) return texts;
+    texts.reserve(list.size());
+    for (const auto& text : list) texts.push_back(text.asString());
+    return texts;
+}
+
+void WriteTexts(const std::vector<std::string>& texts, hxJson::Value& object, const char* key) {
+    auto& list = object[key] = hxJson::Value(hxJson::arrayValue, false);
+    for (const auto& text : texts) list.append(hxJson::Value(text));
+}
+
+}  // namespace
+
+// Entries are appended to what the rule already holds: loading twice doubles the KVPs.
+bool CAppParseRuleKeyWord::LoadParseRule(const hxJson::Value& node) {
+    const auto& keywords = node[KeyWordKey::KeyWords];
+    if (keywords.isObject())
+        for (const auto& kvp : ReadTexts(keywords, KeyWordKey::KeyWord)) AddKVP(kvp);
+    const auto& statements = node[KeyWordKey::Statements];
+    if (statements.isObject())
+        for (const auto& statement : ReadTexts(statements, KeyWordKey::Statement))
+            AddStatement(statement);
+    const auto& types = node[KeyWordKey::VariableTypes];
+    if (types.isObject()) LoadVariableTypes(types);
+    // Compiling now puts the expressions where all clones find them. Lines of a paragraph above
+    // come at their first use.
+    auto plan = MakePlan(m_definition->kvps);
+    EditDefinition().plan = std::move(plan);
+    return true;
+}
+
+void CAppParseRuleKeyWord::LoadVariableTypes(const hxJson::Value& types) {
+    auto& definition = EditDefinition();
+    definition.variableTypes.clear();
+    for (const auto& entry : ReadTexts(types, KeyWordKey::VariableType)) {
+        const auto colon = entry.find(':');
+        if (colon != std::string::npos)
+            definition.variableTypes.try_emplace(entry.substr(0, colon), entry.substr(colon + 1));
+    }
+}
+
+bool CAppParseRuleKeyWord::SaveParseRule(hxJson::Value& node) {
+    WriteTexts(m_definition->kvps, node[KeyWordKey::KeyWords], KeyWordKey::KeyWord);
+    WriteTexts(m_definition->statements, node[KeyWordKey::Statements], KeyWordKey::Statement);
+    std::vector<std::string> types;
+    types.reserve(m_definition->variableTypes.size());
+    for (const auto& [name, type] : m_definition->variableTypes) types.push_back(name + ":" + type);
+    WriteTexts(types, node[KeyWordKey::VariableTypes], KeyWordKey::VariableType);
+    return true;
+}
