@@ -1,0 +1,129 @@
+#pragma once
+
+#include "host/runtime/tzexport.h"
+#include "tzparser/text/apptextlet.h"
+#include "tzparser/variable/appdatatype.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <boost/core/noncopyable.hpp>
+
+class CAppParseRule;
+class CAppVariableDef;
+
+// CAppVariableValue is the result of a parse: a tree of the shape of the variable definition tree
+// in which each node holds what the rules found for that variable.
+//
+//     std::shared_ptr<CAppVariableValue> root = parser.Parse(text, error);
+//     if (auto* uptime = root->GetChildValueByName("uptime"))
+//         if (const auto* let = uptime->GetVariableValue(0))
+//             use(let->text, let->beginRow, let->beginCol);
+//
+// A plain variable holds its value as the first of its lets; a further let is reached by GetValues
+// only. A table has no lets of its own but a child for each column, and the let number i of a
+// column is the cell of row i. Columns may differ in length; the length of a table is that of its
+// first column that has any value.
+//
+// A tree stands alone: it needs neither the rules nor the parser that made it. It belongs to
+// whoever received it and is used by one thread at a time. Pointers that look-ups return are the
+// tree's and live as long as it does, or until the lets of that node are changed.
+class TZPARSER_API CAppVariableValue : private boost::noncopyable {
+public:
+    using Lets = std::vector<CAppTextLet>;
+
+    // Builds the node and all below it from a definition and the rules that were run; the rule may
+    // be null, which leaves all without values. With bCopyDef and without a parent the tree keeps
+    // its own deep copy of the definition, otherwise the definition must outlive it. The limit is
+    // that of the table hash, for this node alone: all below have 5000.
+    CAppVariableValue(CAppVariableDef* def, bool bCopyDef, CAppParseRule* rule,
+                      CAppVariableValue* parent, int rowCountLimitForHash);
+    // A root over a definition that several trees share and nobody writes.
+    CAppVariableValue(std::shared_ptr<const CAppVariableDef> def, CAppParseRule* rule,
+                      int rowCountLimitForHash);
+    // A copy of a tree, with a copy of its definition; properties are copied too.
+    explicit CAppVariableValue(const CAppVariableValue* other);
+    virtual ~CAppVariableValue();
+
+    const std::string& GetName() const;
+    AppDataType_e GetDataType() const;
+    // The names from the top down joined by ".", without dollar signs and without parsing roots:
+    // "table.column".
+    std::string GetVariableFullName() const;
+    const CAppVariableDef* GetVarDef() const { return m_varDef; }
+    CAppVariableValue* GetParentValue() const { return m_parentValue; }
+    std::vector<CAppVariableValue*> GetChildValues() const { return Pointers(m_childValues); }
+    // The values of a table's properties, when they have been made; of the root's built-in
+    // properties, when the definition asked for them.
+    std::vector<CAppVariableValue*> GetProperties() const { return Pointers(m_properties); }
+    std::vector<CAppVariableValue*> GetBuiltInProperties() const {
+        return Pointers(m_builtInProperties);
+    }
+    int GetRowCountLimitForHash() const { return m_rowCountLimitForHash; }
+
+    // The number of rows of a table, of lets of any other node.
+    int GetValueCount() const;
+    // All lets, for reading and writing.
+    Lets& GetValues() { return m_values; }
+    const Lets& GetValues() const { return m_values; }
+    // The cell of a column at a row; of any other node the first let, whatever the index. Null when
+    // there is none.
+    CAppTextLet* GetVariableValue(int index);
+    // The same, and for a column or table the texts of the row's key columns, by column name: those
+    // of the definition's keys, or of all columns when it has none.
+    CAppTextLet* GetVariableValue(int index, std::map<std::string, std::string>& keys);
+    // The same by the definition's table keys and interface keys.
+    CAppTextLet* GetVarValueExtendTableKey(int index, std::map<std::string, std::string>& keys);
+    // On a column: the first row whose cells have the given texts, by column name; -1 when there is
+    // none, when a name is no column, and on any other node. 0 for no keys.
+    int GetVariableIndex(const std::map<std::string, std::string>& keys) const;
+
+    // Walks down by child names joined by ".", compared exactly; an empty name gives this node, a
+    // missing step null.
+    CAppVariableValue* GetChildValueByName(const std::string& name);
+    // The same for a name that begins with this node's own name.
+    CAppVariableValue* GetValueByName(const std::string& name);
+
+    // Drops the lets of this node, and of all below it when asked.
+    void ClearValue(bool bChildren);
+
+protected:
+    CAppVariableValue();
+
+    CAppVariableValue* GetChildByName(const std::string& name) const;
+    // The node of a definition anywhere in the tree; null when there is none.
+    CAppVariableValue* GetValueByDef(const CAppVariableDef* def) const;
+    const CAppVariableValue* GetRoot() const;
+    std::map<std::string, CAppVariableValue*> GetTableChildValues() const;
+
+private:
+    using Nodes = std::vector<std::unique_ptr<CAppVariableValue>>;
+
+    static constexpr int ChildRowCountLimitForHash = 5000;
+
+    static std::vector<CAppVariableValue*> Pointers(const Nodes& nodes);
+    static std::unique_ptr<CAppVariableValue> MakeNode(const CAppVariableDef* def,
+                                                       CAppVariableValue* parent);
+
+    void BuildBelow(CAppParseRule* rule);
+    void TakeValues(CAppParseRule* rule);
+    void BuildBuiltInProperties(CAppParseRule* rule);
+    void CopyBelow(const CAppVariableValue& other);
+    void CopyProperties(const CAppVariableValue& other);
+    void DestroyBelow() noexcept;
+    CAppTextLet* GetCell(int index, std::map<std::string, std::string>& keys, bool extendTableKeys);
+
+    const CAppVariableDef* m_varDef = nullptr;
+    std::shared_ptr<const CAppVariableDef> m_ownedDef;  // at a root that keeps its definition
+    Nodes m_childValues;                                // in the order of the definition's children
+    Nodes m_properties;
+    Nodes m_builtInProperties;
+    CAppVariableValue* m_parentValue = nullptr;
+    Lets m_values;
+    int m_rowCountLimitForHash = ChildRowCountLimitForHash;
+    // At a root only, made by the first look-up.
+    mutable std::unordered_map<const CAppVariableDef*, CAppVariableValue*> m_valueByDef;
+};

@@ -1,0 +1,68 @@
+// Rows by their keys.
+#include "tzparser/value/appvariablevalue.h"
+#include "tzparser/variable/appvariabletabledef.h"
+
+#include <utility>
+
+namespace {
+
+std::vector<std::string> AllColumns(const CAppVariableDef& table) {
+    std::vector<std::string> names;
+    for (const auto& child : table.GetChildren()) names.push_back(child->GetName());
+    return names;
+}
+
+std::vector<std::string> KeyColumns(const CAppVariableTableDef& table, bool extendTableKeys) {
+    if (!extendTableKeys) return table.GetKeys().empty() ? AllColumns(table) : table.GetKeys();
+    const auto keys = table.GetTableKeysEx();
+    return keys.empty() ? AllColumns(table) : std::vector<std::string>(keys.begin(), keys.end());
+}
+
+}  // namespace
+
+CAppTextLet* CAppVariableValue::GetVariableValue(int index,
+                                                 std::map<std::string, std::string>& keys) {
+    return GetCell(index, keys, false);
+}
+
+CAppTextLet* CAppVariableValue::GetVarValueExtendTableKey(
+    int index, std::map<std::string, std::string>& keys) {
+    return GetCell(index, keys, true);
+}
+
+CAppTextLet* CAppVariableValue::GetCell(int index, std::map<std::string, std::string>& keys,
+                                        bool extendTableKeys) {
+    auto* cell = GetVariableValue(index);
+    const auto* node = this;
+    if (GetDataType() == AppDataType_Array) node = m_parentValue;
+    if (node == nullptr || node->GetDataType() != AppDataType_Table) return cell;
+    const auto* table = dynamic_cast<const CAppVariableTableDef*>(node->m_varDef);
+    if (table == nullptr) return cell;
+    for (const auto& name : KeyColumns(*table, extendTableKeys)) {
+        auto* column = GetValueByDef(table->GetChild(name));
+        if (column == nullptr) continue;
+        const auto* key = column->GetVariableValue(index);
+        keys[name] = key != nullptr ? key->text : std::string();
+    }
+    return cell;
+}
+
+int CAppVariableValue::GetVariableIndex(const std::map<std::string, std::string>& keys) const {
+    if (GetDataType() != AppDataType_Array || m_parentValue == nullptr ||
+        m_parentValue->GetDataType() != AppDataType_Table)
+        return -1;
+    std::vector<std::pair<const Lets*, const std::string*>> wanted;
+    for (const auto& [name, text] : keys) {
+        const auto* column = m_parentValue->GetChildByName(name);
+        if (column == nullptr) return -1;
+        wanted.emplace_back(&column->m_values, &text);
+    }
+    for (std::size_t row = 0;; ++row) {
+        bool fits = true;
+        for (const auto& [cells, text] : wanted) {
+            if (row >= cells->size()) return -1;
+            fits = fits && (*cells)[row].text == *text;
+        }
+        if (fits) return static_cast<int>(row);
+    }
+}
