@@ -1,0 +1,65 @@
+#include "tzparser/rule/ruleediting.h"
+
+#include "tzparser/keyword/appparserulekeyword.h"
+
+namespace {
+
+// A name with this in it is a property of a variable, not a variable.
+constexpr const char* PropertyMark = "._";
+
+// The text behind the last ".", without the "$" in front.
+std::string ShortName(const std::string& name) {
+    auto begin = name.rfind('.');
+    begin = begin == std::string::npos ? 0 : begin + 1;
+    if (begin < name.size() && name[begin] == '$') ++begin;
+    return name.substr(begin);
+}
+
+bool NamesProperty(const std::string& name) {
+    return name.find(PropertyMark) != std::string::npos;
+}
+
+void DeleteRule(CAppParseRule* rule) {
+    if (auto* parent = rule->GetParentRule()) parent->DelChildRule(rule);
+}
+
+// The first keyword rule of these kinds is their own default child and stays when it has become
+// empty.
+bool IsDefaultChild(const CAppParseRule* rule) {
+    const auto* parent = rule->GetParentRule();
+    if (parent == nullptr || parent->IsLeaf() || parent->Children().front().get() != rule)
+        return false;
+    const auto kind = parent->GetRuleType();
+    return kind == RuleType_Filter || kind == RuleType_DesignReader || kind == RuleType_Paragraph;
+}
+
+void DeleteKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& name) {
+    if (NamesProperty(name)) return;
+    rule.DeleteVariable("$" + ShortName(name));
+    if (rule.GetVariableNames().empty() && !IsDefaultChild(&rule)) DeleteRule(&rule);
+}
+
+void RenameKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& from,
+                           const std::string& to) {
+    if (NamesProperty(from)) return;
+    const auto kvps = rule.GetKVPs();
+    for (const auto& kvp : kvps) {
+        std::string edited = kvp;
+        rule.ReplaceDummyVariable(edited, "$" + ShortName(from), "$" + ShortName(to));
+        if (edited != kvp) rule.UpdateKVP(kvp, edited);
+    }
+}
+
+}  // namespace
+
+void DeleteRuleVariable(CAppParseRule* owner, const std::string& name) {
+    if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
+        DeleteKeyWordVariable(*keyword, name);
+    else
+        DeleteRule(owner);
+}
+
+void RenameRuleVariable(CAppParseRule* owner, const std::string& from, const std::string& to) {
+    if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
+        RenameKeyWordVariable(*keyword, from, to);
+}

@@ -1,0 +1,31 @@
+// The table of rule kinds: the one place that knows them all.
+#include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/rule/rulefactory.h"
+
+namespace {
+
+using Maker = std::unique_ptr<CAppParseRule> (*)(CAppParseRule*);
+
+template <class Rule>
+std::unique_ptr<CAppParseRule> Make(CAppParseRule* parent) {
+    return std::make_unique<Rule>(parent);
+}
+
+struct RuleKind {
+    int ruleType;
+    bool inArrayOnly;  // a document may have a node of this kind in the array form alone
+    Maker make;
+};
+
+constexpr RuleKind RuleKinds[] = {
+    {RuleType_KeyWord, false, &Make<CAppParseRuleKeyWord>},
+};
+
+}  // namespace
+
+std::unique_ptr<CAppParseRule> MakeRule(int ruleType, RuleNodeForm_e form, CAppParseRule* parent) {
+    for (const auto& kind : RuleKinds)
+        if (kind.ruleType == ruleType && (form == RuleNodeForm_Array || !kind.inArrayOnly))
+            return kind.make(parent);
+    return nullptr;
+}

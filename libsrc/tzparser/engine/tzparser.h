@@ -1,0 +1,90 @@
+#pragma once
+
+#include "host/json/hxjson.h"
+#include "tzparser/value/appvariablevalue.h"
+#include "tzparser/variable/appvariabledef.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+class CAppParseRule;
+class CAppParseRuleKeyWord;
+class CTzParserSample;
+
+// CTzParser is the one object that a host makes for a parser definition: it picks the sample for a
+// text, runs a clone of the sample's rules over the text and hands back a tree of typed values.
+//
+//     CTzParser parser;
+//     if (!parser.SetParser(definition)) ...           // no sample could be loaded
+//     std::string error;
+//     if (auto values = parser.Parse(text, error))
+//         use(values->GetChildValueByName("hostname")->GetVariableValue(0)->text);
+//
+// Any number of threads may call Parse, GetSampleParseRuleClone and GetVariableTree at once on one
+// object, as long as none is in SetParser or SetTableRowCountLimitForHash; two parses can't see
+// each other. A value tree needs neither the parser nor the definition any more. No operation
+// throws.
+//
+// All values share one frozen copy of the variable tree. A host that took the tree itself by
+// GetVariableTree may change it, so from then on each value gets a copy of the tree as it is at
+// that parse.
+class TZPARSER_API CTzParser {
+public:
+    CTzParser();
+    ~CTzParser();
+    CTzParser(const CTzParser&) = delete;
+    CTzParser& operator=(const CTzParser&) = delete;
+
+    // Replaces the whole definition. Loading is lenient: what can't be read is skipped without
+    // words, and a sample that can't be loaded is dropped. True when at least one sample stands;
+    // what did load stays on false too.
+    bool SetParser(const hxJson::Value& definition);
+
+    // Parses a text. Null on failure, with the reason in `error`: "cannot find matched parser."
+    // without any sample, "parse failed when parser clone.", or "parse failed when using parser
+    // rules. reseason:" with the rules' own words or those of an exception that left a rule. On
+    // success `error` stays as it was. Lines and texts are bytes.
+    std::shared_ptr<CAppVariableValue> Parse(const std::string& text, std::string& error);
+
+    // The rules that Parse would run on the text, not yet run: for a host that gives them a
+    // callback or reads their own results. Null on failure, with the first two reasons of Parse.
+    // The tree is the caller's alone.
+    std::shared_ptr<CAppParseRule> GetSampleParseRuleClone(const std::string& text,
+                                                           std::string& error);
+
+    // The variables that the samples' rules yield; null before SetParser.
+    std::shared_ptr<CAppVariableDef> GetVariableTree() const;
+
+    // The limit handed to the root of each value tree; 5000 until it is set.
+    int GetTableRowCountLimitForHash() const { return m_tableRowCountLimitForHash; }
+    void SetTableRowCountLimitForHash(int limit) { m_tableRowCountLimitForHash = limit; }
+
+private:
+    static constexpr int DefaultRowCountLimit = 5000;
+
+    void LoadSamples(const hxJson::Value& definition);
+    std::shared_ptr<CTzParserSample> GetMatchedSample(const std::string& text) const;
+    std::shared_ptr<CTzParserSample> GetSampleByIndex(int index) const;
+    std::unique_ptr<CAppParseRule> MakeClone(const std::string& text, std::string& error) const;
+    std::shared_ptr<CAppVariableValue> RunRules(const std::string& text, std::string& error) const;
+    std::shared_ptr<CAppVariableValue> MakeValue(CAppParseRule& rule) const;
+
+    // The variable tree: one walk over the rules of all samples, each kind by its own function.
+    std::shared_ptr<CAppVariableDef> CreateVarTree() const;
+    void CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool inTable) const;
+    void AddSampleVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    void AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    static std::string GeneratePythonName(const std::string& name);
+
+    std::vector<std::int32_t> m_sequences;  // in the order of trying, duplicates kept
+    std::vector<std::shared_ptr<CTzParserSample>>
+        m_samples;  // those that loaded, in document order
+    std::shared_ptr<CAppVariableDef> m_varTree;
+    std::shared_ptr<const CAppVariableDef> m_frozenTree;  // the same, which nobody can write
+    mutable std::atomic<bool> m_isTreeHandedOut{false};
+    int m_tableRowCountLimitForHash = DefaultRowCountLimit;
+    bool m_extendedAccess = false;
+};
