@@ -15,15 +15,15 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-// Bytes that are not UTF-8 are written as the characters of their numbers, so only what was written
-// once comes back the same.
-void CheckWritten(const hxJson::Value& value, const std::string& text) {
+// A byte that is not UTF-8 is written as the character of its number, so what was read comes back
+// with such bytes changed; what was written once comes back the same.
+void CheckWritten(const std::string& text) {
     hxJson::Value again;
     Require(hxJson::Reader().parse(text, again, true));
     const std::string written = again.toString();
-    Require(written == value.toString());
     hxJson::Value third;
-    Require(hxJson::Reader().parse(written, third, true) && third == again);
+    Require(hxJson::Reader().parse(written, third, true));
+    Require(third == again && third.toString() == written);
 }
 
 void CheckConversions(const hxJson::Value& value) {
@@ -49,8 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Require(reader.getErrorLine() > 0 && !reader.getErrorMessage().empty());
         return 0;
     }
-    CheckWritten(value, value.toString());
-    CheckWritten(value, value.toStyledString());
+    CheckWritten(value.toString());
+    CheckWritten(value.toStyledString());
     const hxJson::Value copy(value);
     Require(copy == value);
     CheckConversions(value);

@@ -4,10 +4,14 @@
 
 #include "host/json/hxreader.h"
 
+#include "host/json/realtext.h"
+
 #include <algorithm>
+#include <charconv>
 #include <exception>
 #include <iterator>
 #include <limits>
+#include <system_error>
 
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
@@ -17,8 +21,12 @@ namespace hxJson {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+// Numbers are taken as texts: the reader's own precise form counts the leading zeros of a 0 in
+// "0e5", which C++ leaves undefined.
 constexpr unsigned ReaderFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseCommentsFlag |
-                                 rapidjson::kParseFullPrecisionFlag;
+                                 rapidjson::kParseNumbersAsStringsFlag;
+// The reader counts digits in an int.
+constexpr size_t MaxTextSize = std::numeric_limits<int>::max();
 
 struct ErrorWords {
     rapidjson::ParseErrorCode code;
@@ -26,6 +34,7 @@ struct ErrorWords {
 };
 constexpr const char* NulWords = "A NUL byte in the text.";
 constexpr const char* ControlWords = "A control character in a string; it needs an escape.";
+constexpr const char* DepthWords = "Nested deeper than 1000 levels.";
 constexpr const char* UnknownWords = "Not a JSON text.";
 constexpr ErrorWords Errors[] = {
     {rapidjson::kParseErrorDocumentEmpty, "A value was expected."},
@@ -45,7 +54,7 @@ constexpr ErrorWords Errors[] = {
     {rapidjson::kParseErrorNumberTooBig, "The number is too big."},
     {rapidjson::kParseErrorNumberMissFraction, "Digits were expected behind the decimal point."},
     {rapidjson::kParseErrorNumberMissExponent, "Digits were expected in the exponent."},
-    {rapidjson::kParseErrorTermination, "Nested deeper than 1000 levels."},
+    {rapidjson::kParseErrorTermination, "The number is too big."},
     {rapidjson::kParseErrorUnspecificSyntaxError,
      "A comment that does not end, or a / that starts none."},
 };
@@ -70,18 +79,15 @@ public:
 
     bool Null() { return Put(Value()); }
     bool Bool(bool truth) { return Put(Value(truth)); }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+        return PutNumber(std::string_view(text, length));
+    }
+    // The interface of the reader wants these; with numbers as texts it calls none.
     bool Int(int number) { return Put(Value(number)); }
-    bool Uint(unsigned number) { return Put(Value(static_cast<long long>(number))); }
+    bool Uint(unsigned number) { return Put(Value(number)); }
     bool Int64(int64_t number) { return Put(Value(number)); }
-    bool Uint64(uint64_t number) {
-        const bool fits = number <= static_cast<uint64_t>(std::numeric_limits<long long>::max());
-        return Put(fits ? Value(static_cast<long long>(number)) : Value(number));
-    }
+    bool Uint64(uint64_t number) { return Put(Value(number)); }
     bool Double(double number) { return Put(Value(number)); }
-    // The reader calls this only when asked for numbers as texts; its interface wants it.
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy) {
-        return String(text, length, copy);
-    }
     bool String(const char* text, rapidjson::SizeType length, bool) {
         return Put(Value(std::string(text, length)));
     }
@@ -94,7 +100,24 @@ public:
         return true;
     }
 
+    // Whether the last call was refused for its depth.
+    bool IsTooDeep() const { return m_isTooDeep; }
+
 private:
+    template <typename Integer>
+    bool PutInteger(std::string_view text) {
+        Integer number = 0;
+        const char* const end = text.data() + text.size();
+        const auto result = std::from_chars(text.data(), end, number);
+        return result.ec == std::errc() && result.ptr == end && Put(Value(number));
+    }
+
+    bool PutNumber(std::string_view text) {
+        if (PutInteger<long long>(text) || PutInteger<unsigned long long>(text)) return true;
+        double number = 0.0;
+        return ReadRealText(text, number) && Put(Value(number));
+    }
+
     // In an array the value becomes a new element, else it goes where the last key, or the root,
     // is.
     Value& Place(Value&& value) {
@@ -109,7 +132,8 @@ private:
     }
 
     bool Open(ValueType type) {
-        if (m_open.size() >= Reader::MaxDepth) return false;
+        m_isTooDeep = m_open.size() >= Reader::MaxDepth;
+        if (m_isTooDeep) return false;
         m_open.push_back(&Place(Value(type)));
         return true;
     }
@@ -121,6 +145,7 @@ private:
 
     Value* m_slot;
     std::vector<Value*> m_open;
+    bool m_isTooDeep = false;
 };
 
 }  // namespace
@@ -153,7 +178,7 @@ bool Reader::ParseBytes(std::string_view text, Value& document) {
     const size_t start =
         text.substr(0, ByteOrderMark.size()) == ByteOrderMark ? ByteOrderMark.size() : 0;
     const std::string_view bytes = text.substr(start);
-    if (bytes.size() >= std::numeric_limits<rapidjson::SizeType>::max()) {
+    if (bytes.size() > MaxTextSize) {
         return Fail(text, 0, "The text is too long.");
     }
     rapidjson::MemoryStream stream(bytes.data(), bytes.size());
@@ -164,6 +189,7 @@ bool Reader::ParseBytes(std::string_view text, Value& document) {
     const bool isAtEnd = reached >= bytes.size();
     if (isAtEnd && result.Code() == rapidjson::kParseErrorDocumentEmpty) return true;
     if (isAtEnd && !result.IsError()) return true;
+    if (builder.IsTooDeep()) return Fail(text, start + reached, DepthWords);
     return Fail(text, start + reached, WordsOf(result.Code(), isAtEnd ? ' ' : bytes[reached]));
 }
 

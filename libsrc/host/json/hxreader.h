@@ -11,7 +11,7 @@
 // string escape is an error. Taken beyond plain JSON: comments in both forms of C, and a UTF-8 byte
 // order mark at the start. A text of nothing but white space and comments reads as null, with
 // success. Refused: anything behind the document, nesting deeper than 1000 levels, raw control
-// characters in strings, numbers beyond a double, NaN and infinity, texts of 4 GiB and more. Of
+// characters in strings, numbers beyond a double, NaN and infinity, texts of 2 GiB and more. Of
 // equal keys in one object the last wins. Integers that fit 64 bits, signed or unsigned, are kept
 // exactly; other numbers become the nearest double. The time taken grows with the length of the
 // text, and the stack used does not grow with its depth.

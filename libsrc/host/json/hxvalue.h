@@ -4,12 +4,12 @@
 // object of named nodes. Parser definitions, rule documents and result documents are trees of them.
 // It is a value: a copy is deep, and a node owns what is below it.
 //
-//     hxJson::Value rule;                         // null
-//     rule["type"] = 3;                           // null becomes an object
-//     rule["lines"].append("interface");          // null becomes an array
+//     hxJson::Value rule;                    // null
+//     rule["type"] = 3;                      // null becomes an object
+//     rule["lines"].append("interface");     // null becomes an array
 //     const hxJson::Value& read = rule;
-//     read["absent"]["deeper"].asInt();           // 0: absent keys read as null, and null reads as
-//     0, "", false rule.toString(false);                       // {"lines":["interface"],"type":3}
+//     read["absent"]["deeper"].asInt();      // 0: what is absent reads as null
+//     rule.toString(false);                  // {"lines":["interface"],"type":3}
 //
 // Reading is lenient: no test, conversion or const access throws or fails; what does not fit gives
 // a harmless value, as each operation says. Only running out of memory throws.
@@ -26,6 +26,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>

@@ -2,6 +2,7 @@
 
 #include "host/json/hxvaluebody.h"
 #include "host/json/jsontext.h"
+#include "host/json/realtext.h"
 #include "host/text/asciicase.h"
 
 #include <algorithm>
@@ -47,27 +48,10 @@ Integer ReadInteger(std::string_view text) noexcept {
     return number;
 }
 
-// std::from_chars says that a number is out of range but not on which side: it is too small if its
-// exponent is negative, or if it has none and starts with 0 or a point.
-double OutOfRange(std::string_view number) noexcept {
-    const bool isNegative = number[0] == '-';
-    const size_t exponent = number.find_first_of("eE");
-    const char decides =
-        exponent == std::string_view::npos ? number[isNegative ? 1 : 0] : number[exponent + 1];
-    if (decides == '-' || decides == '.' ||
-        (exponent == std::string_view::npos && decides == '0')) {
-        return 0.0;
-    }
-    return isNegative ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
-}
-
 double ReadReal(std::string_view text) noexcept {
-    text = NumberStart(text, true);
     double number = 0.0;
-    const char* const last = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), last, number);
-    if (result.ec != std::errc::result_out_of_range) return number;
-    return OutOfRange(text.substr(0, static_cast<size_t>(result.ptr - text.data())));
+    ReadRealText(NumberStart(text, true), number);
+    return number;
 }
 
 long long Int64Of(double real) noexcept {
