@@ -4,9 +4,10 @@
 // as a pattern that does not compile. Nobody has to listen: without a sink the notes are dropped,
 // as a debugger output drops them when no debugger is attached. Results never depend on a sink.
 //
-//     void Print(std::string_view text, void*) { std::fwrite(text.data(), 1, text.size(), stderr);
-//     } SetDiagnosticSink(&Print, nullptr); DiagnosticOutput("Catch any exception");   // Print
-//     gets the text SetDiagnosticSink(nullptr, nullptr);       // back to dropping
+//     void Print(std::string_view text, void*) { std::cerr << text; }
+//     SetDiagnosticSink(&Print, nullptr);
+//     DiagnosticOutput("Catch any exception");   // Print gets the text
+//     SetDiagnosticSink(nullptr, nullptr);       // back to dropping
 //
 // Thread-safe. There is one sink a process. Its calls never overlap, and once SetDiagnosticSink has
 // returned on another thread the former sink is not called any more, so its context can go.
