@@ -121,6 +121,7 @@ void CParserPatternHelper::BuildRegexByPieces(const std::vector<std::string>& ca
     std::size_t at = 0;
     for (std::size_t i = 0; i < m_variables.size(); ++i) {
         const auto variable = m_pattern.find(m_variables[i].m_matchText, at);
+        if (variable == std::string::npos) continue;  // left over from an earlier statement
         m_regex += FoldWhiteSpace(RegexEscape(m_pattern.substr(at, variable - at), at == 0, false));
         m_regex += captures[i];
         at = variable + m_variables[i].m_matchText.size();
