@@ -37,9 +37,9 @@ int main() {
     const std::shared_ptr<CAppVariableValue> values =
         parser.Parse("router> ping 192.0.2.7\nSuccess rate is 80 percent (4/5)\n", error);
     if (!values) return Fail(error);
-    CAppVariableValue* const rate = values->GetChildValueByName("$rate");
+    CAppVariableValue* const rate = values->GetChildValueByName("rate");
     const CAppTextLet* const let = rate ? rate->GetVariableValue(0) : nullptr;
-    if (!let) return Fail("no value for $rate");
+    if (!let) return Fail("no value of rate");
 
     std::cout << "rate " << let->text << " in row " << let->beginRow << '\n';
     return let->text == "80" && let->beginRow == 1 ? 0 : Fail("wrong value");
