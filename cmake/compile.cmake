@@ -15,7 +15,10 @@ endif()
 
 add_library(tz_options INTERFACE)
 target_compile_options(tz_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast -Werror
+    # Clang puts more under the same names than g++ does.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>)
 if(TZ_SANITIZE)
     add_compile_options(-fsanitize=${TZ_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${TZ_SANITIZE})
