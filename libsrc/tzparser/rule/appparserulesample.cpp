@@ -84,8 +84,10 @@ std::string CAppParseRuleSample::GroupMultiLine(int startLine, int endLine,
                                                 const std::map<int, std::string>&) const {
     lineNumbers.clear();
     std::string joined;
+    const int start = std::max(startLine, 0);
     const int end = std::min(endLine, m_originalLines.Count());
-    for (int line = std::max(startLine, 0); line < end; ++line) {
+    if (start < end) lineNumbers.reserve(static_cast<std::size_t>(end - start));
+    for (int line = start; line < end; ++line) {
         if (static_cast<std::size_t>(line) < status.size() &&
             status[static_cast<std::size_t>(line)]) {
             joined.append(WrappedLineView(line));

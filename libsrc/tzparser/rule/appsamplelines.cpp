@@ -8,6 +8,7 @@
 // the pair can't be anything else.
 #include "tzparser/rule/appsamplelines.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -22,6 +23,14 @@ const char* Find(const char* from, const char* end, char wanted) {
 
 bool IsPair(char first, char second) {
     return (first == '\r' && second == '\n') || (first == '\n' && second == '\r');
+}
+
+// Makes room for the lines of the whole text, if the rest has them as close as the part before
+// `offset`: a text of short lines then costs one move and little spare room.
+void MakeRoom(std::vector<std::uint32_t>& begins, std::size_t offset, std::size_t length) {
+    const double share = static_cast<double>(length) / static_cast<double>(offset);
+    const auto expected = static_cast<std::size_t>(static_cast<double>(begins.size()) * share);
+    begins.reserve(std::max(expected + 16, begins.size() + begins.size() / 4));
 }
 
 const std::string& EmptyLine() {
@@ -50,7 +59,9 @@ bool CAppSampleLines::Assign(std::string_view text) {
             m_begins.clear();
             return false;
         }
-        m_begins.push_back(static_cast<std::uint32_t>(at - base));
+        const auto offset = static_cast<std::size_t>(at - base);
+        if (m_begins.size() == m_begins.capacity()) MakeRoom(m_begins, offset, m_text.size());
+        m_begins.push_back(static_cast<std::uint32_t>(offset));
         if (lineFeed < at) lineFeed = Find(at, end, '\n');
         if (carriageReturn < at) carriageReturn = Find(at, end, '\r');
     }
