@@ -65,12 +65,14 @@ bool AppendInteger(std::string& out, std::string_view text) {
     return false;
 }
 
-// With more digits before the point a number may be beyond what a double holds.
+// A real always has a point, so that a reader takes it for one whatever its value is. With more
+// digits before the point a number may be beyond what a double holds.
 bool AppendReal(std::string& out, std::string_view text) {
     constexpr std::size_t maxWholeDigits = 308;
     Decimal decimal;
     if (!ReadDecimal(text, decimal) || decimal.whole.size() > maxWholeDigits) return false;
     AppendDecimal(out, decimal);
+    if (decimal.fraction.empty()) out += ".0";
     return true;
 }
 
