@@ -23,6 +23,9 @@ struct CMarkup::Tree {
     pugi::xml_document m_document;
     pugi::xml_node m_level = m_document;
     pugi::xml_node m_current;
+    // A document that was read holds its own white space. To indent it once more would change it,
+    // and a small text with very many elements very deep would become a huge one.
+    bool m_isRead = false;
 
     // The element that data and attributes belong to; null on the document's level without a
     // current element.
@@ -40,7 +43,6 @@ struct CMarkup::Tree {
 namespace {
 
 constexpr unsigned int ParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata;
-constexpr unsigned int WriteFlags = pugi::format_indent | pugi::format_no_declaration;
 constexpr char Declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 constexpr std::string_view WhiteSpace = " \t\r\n";
 
@@ -140,6 +142,7 @@ bool CMarkup::SetDoc(const std::string& text) {
     const pugi::xml_parse_result result =
         m_tree->m_document.load_buffer(text.data(), text.size(), ParseFlags, pugi::encoding_utf8);
     if (!result) return fail(result.description(), static_cast<std::size_t>(result.offset));
+    m_tree->m_isRead = true;
     m_error.clear();
     return true;
 }
@@ -148,7 +151,11 @@ std::string CMarkup::GetDoc() const {
     if (!m_tree->m_document.first_child()) return std::string();
     StringWriter writer;
     writer.m_text = Declaration;
-    m_tree->m_document.save(writer, "  ", WriteFlags, pugi::encoding_utf8);
+    for (const pugi::xml_node node : m_tree->m_document) {
+        const unsigned int flags = m_tree->m_isRead ? pugi::format_raw : pugi::format_indent;
+        node.print(writer, "  ", flags, pugi::encoding_utf8);
+        if (m_tree->m_isRead) writer.m_text += '\n';
+    }
     return Utf8Repair(std::move(writer.m_text));
 }
 

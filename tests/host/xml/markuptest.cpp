@@ -197,8 +197,10 @@ TEST(CMarkup, Building) {
                                 "  <name>a &lt; b &amp; c</name>\n  <type>4</type>\n  <on>1</on>\n"
                                 "  <last />\n</rule>\n<variables />\n");
     CMarkup copy;
+    CMarkup again;
     ASSERT_TRUE(copy.SetDoc(xml.GetDoc()));
-    EXPECT_EQ(copy.GetDoc(), xml.GetDoc());
+    EXPECT_TRUE(again.SetDoc(copy.GetDoc()));
+    EXPECT_EQ(again.GetDoc(), copy.GetDoc());
     std::string text;
     EXPECT_TRUE(copy.FindElem() && copy.GetAttrib("t", text));
     EXPECT_EQ(text, "a\"<\n");
@@ -311,6 +313,17 @@ TEST(CMarkup, DepthCountsElementsOnly) {
     EXPECT_FALSE(xml.AddElem("a"));
     CMarkup copy;
     EXPECT_TRUE(copy.SetDoc(xml.GetDoc())) << copy.GetError();
+}
+
+// Indenting these would make 40 MB of 140 KB.
+TEST(CMarkup, WhatWasReadIsNotIndentedAgain) {
+    std::string inner;
+    for (int i = 0; i < 20000; ++i) inner += "<leaf/>";
+    const std::string shell = Nested(999);
+    const std::string text = shell.substr(0, 2997) + inner + shell.substr(2997);
+    CMarkup xml;
+    ASSERT_TRUE(xml.SetDoc(text)) << xml.GetError();
+    EXPECT_EQ(xml.GetDoc(), Declaration + text + "\n");
 }
 
 }  // namespace
