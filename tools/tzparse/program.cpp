@@ -1,5 +1,6 @@
 #include "program.h"
 
+#include "checkcommand.h"
 #include "parsecommand.h"
 #include "schemacommand.h"
 
@@ -25,6 +26,7 @@ Commands MakeCommands(CLI::App& app) {
     Commands commands;
     commands.push_back(std::make_unique<CParseCommand>(app));
     commands.push_back(std::make_unique<CSchemaCommand>(app));
+    commands.push_back(std::make_unique<CCheckCommand>(app));
     app.set_version_flag(VersionFlags, Version, VersionHelp);
     for (auto* command : app.get_subcommands(nullptr))
         command->set_version_flag(VersionFlags, Version, VersionHelp);
