@@ -1,0 +1,192 @@
+"""Runs the command line as a user does: exit statuses, streams, inputs of all kinds.
+
+    tzparse.py TZPARSE VERSION EXAMPLES
+"""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+TOOL, VERSION, EXAMPLES = sys.argv[1:4]
+
+
+def definition(*statements, **more):
+    rules = {"parserule": [{"type": 0, "keywords": {"keyword": list(statements)}}]}
+    return json.dumps({"samples": [{"index": 1, "parserRules": rules}], **more}).encode()
+
+
+class Run:
+    def __init__(self, *args, stdin=b"", stdout=subprocess.PIPE):
+        done = subprocess.run([TOOL, *map(str, args)], input=stdin, stdout=stdout,
+                              stderr=subprocess.PIPE, timeout=120, check=False)
+        self.status = done.returncode
+        self.out = done.stdout
+        self.err = done.stderr.decode()
+
+
+class TzparseTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+
+    def file(self, name, data):
+        path = self.folder / name
+        path.write_bytes(data)
+        return path
+
+    def values(self, document, text, *args):
+        run = Run("parse", self.file("d.json", document), "-", *args, stdin=text)
+        self.assertEqual((run.status, run.err), (0, ""))
+        return json.loads(run.out)
+
+    def fails(self, status, words, *args, stdin=b""):
+        run = Run(*args, stdin=stdin)
+        self.assertEqual((run.status, run.out), (status, b""), run.err)
+        self.assertTrue(run.err.startswith("tzparse: "), run.err)
+        self.assertIn(words, run.err)
+
+    def test_help_and_version(self):
+        for args, word in [(["--help"], b"Subcommands"), (["-h"], b"Subcommands"),
+                           (["parse", "--help"], b"--access N"), (["schema", "-h"], b"DEFINITION"),
+                           (["check", "--help"], b"DEFINITION"),
+                           (["--version"], f"tzparse {VERSION}\n".encode()),
+                           (["check", "--version"], f"tzparse {VERSION}\n".encode())]:
+            with self.subTest(args=args):
+                run = Run(*args)
+                self.assertEqual((run.status, run.err), (0, ""))
+                self.assertIn(word, run.out)
+
+    def test_bad_usage(self):
+        sound = self.file("d.json", definition("$a"))
+        for args, words in [([], "subcommand is required"),
+                            (["prase", "x"], "no command or option 'prase'"),
+                            (["parse"], "DEFINITION is required"),
+                            (["parse", sound], "TEXT is required"),
+                            (["parse", sound, sound, "more"], "more"),
+                            (["parse", sound, sound, "--format", "xml"], "xml"),
+                            (["parse", sound, sound, "--access", "x"], "--access"),
+                            (["parse", "-", "-"], "only one of"),
+                            (["check", sound, "--access", "1"], "--access")]:
+            with self.subTest(args=args):
+                self.fails(2, words, *args)
+
+    def test_files_that_cannot_be_read(self):
+        sound = self.file("d.json", definition("$a"))
+        missing = self.folder / "missing"
+        for args in [["parse", missing, sound], ["parse", sound, missing], ["schema", missing],
+                     ["check", missing]]:
+            with self.subTest(args=args):
+                self.fails(2, f"cannot read '{missing}': No such file", *args)
+        self.fails(2, "Is a directory", "parse", sound, self.folder)
+
+    def test_definition_that_is_no_json(self):
+        broken = self.file("d.json", b'{\n  "samples" 1}')
+        for args in [["parse", broken, "-"], ["schema", broken]]:
+            self.fails(2, f"{broken}:2:13: not JSON: A colon", *args)
+        self.fails(2, "standard input:1:2: not JSON", "schema", "-", stdin=b"{")
+
+    def test_failed_parse(self):
+        self.fails(1, "cannot find matched parser.", "parse", "-",
+                   self.file("t", b""), stdin=b"{}")
+        self.fails(1, "parse failed when using parser rules. reseason:", "parse", "-",
+                   self.file("t", b""), stdin=b'{"samples":[{"parserRules":"{"}]}')
+
+    def test_standard_input(self):
+        text = self.file("t.txt", b"up 5\n")
+        document = definition("^up $int:up")
+        as_definition = Run("parse", "-", text, stdin=document)
+        self.assertEqual(json.loads(as_definition.out), {"up": 5})
+        self.assertEqual(self.values(document, b"up 5\n"), {"up": 5})
+        self.assertEqual(Run("schema", "-", stdin=document).status, 0)
+
+    def test_texts_are_bytes(self):
+        document = definition("regex[$line]:^x(.*)$", "mline[$all]:$line")
+        for text, line in [(b"x1\r\nx2\r\n", "1"), (b"y\rx1", "1"), (b"x\0a\xe9\xc3\xa9\n",
+                                                                  "\0a\u00e9\u00e9")]:
+            with self.subTest(text=text):
+                found = self.values(document, text)
+                self.assertEqual(found, {"line": line, "all": "x" + line + "\n"})
+
+    def test_values_by_type(self):
+        document = definition("^i $int:i$", "^d $double:d$", "^b $bool:b$", "^s $s$",
+                              "regex[$int:odd]:^o (.*)$", "^never $int:never",
+                              "regex[$empty]:^e( ?)$")
+        text = b"i 18446744073709551615\nd 1.50\nb TRUE\ns 7\no 7x\ne\n"
+        run = Run("parse", self.file("d.json", document), "-", stdin=text)
+        self.assertEqual(run.out.decode(), '{\n  "i": 18446744073709551615,\n  "d": 1.50,\n'
+                         '  "b": true,\n  "s": "7",\n  "odd": "7x",\n  "never": null,\n'
+                         '  "empty": null\n}\n')
+
+    def test_no_variables(self):
+        self.assertEqual(self.values(definition("none"), b"x"), {})
+
+    def test_tree_and_access(self):
+        document = definition("^up $int:up", accessType=0)
+        tree = self.values(document, b"up 5", "--format", "tree")
+        let = {"beginRow": 0, "beginCol": 3, "endRow": 0, "endCol": 4, "text": "5"}
+        up = {"name": "up", "type": 1, "values": [let]}
+        self.assertEqual(tree, {"name": "parser", "type": 14, "children": [up]})
+        tree = self.values(document, b"up 5", "--format=tree", "--access=16")
+        self.assertEqual([node["name"] for node in tree["builtIn"]],
+                         ["__allPosInfo", "__allOriInfo", "__allOriText", "__allOriTextLineNums",
+                          "__allExtendLineNums"])
+        extended = definition("^up $int:up", accessType=16)
+        self.assertNotIn("builtIn", self.values(extended, b"up 5", "--format=tree", "--access=0"))
+
+    def test_large_text(self):
+        text = b"filler line of no interest\n" * 400000 + b"up 5\n"
+        self.assertEqual(self.values(definition("^up $int:up"), text), {"up": 5})
+        big = b"x" + b"y" * 10_000_000
+        self.assertEqual(len(self.values(definition("$a"), big)["a"]), len(big))
+
+    def test_schema(self):
+        run = Run("schema", self.file("d.json", definition("$int:a $b")))
+        saved = json.loads(run.out)
+        self.assertEqual((saved["name"], saved["@data_type"]), ("parser", 14))
+        self.assertEqual([(child["variable"]["name"], child["variable"]["@data_type"])
+                          for child in saved["childs"]], [("a", 1), ("b", 4)])
+
+    def test_check(self):
+        sound = Run("check", self.file("d.json", definition("$int:a")))
+        self.assertEqual((sound.status, sound.out, sound.err), (0, b"ok\n", ""))
+        found = Run("check", "-", stdin=definition("regex[$a]:(", "$b"))
+        self.assertEqual((found.status, found.err), (1, ""))
+        path, statement, caret = found.out.decode().splitlines()
+        self.assertTrue(path.startswith("samples[0].parserRules.parserule[0].keywords.keyword[0]: "
+                                        "Invalid regex. "), path)
+        self.assertEqual((statement, caret), ("    regex[$a]:(", " " * 15 + "^"))
+        broken = Run("check", "-", stdin=b'{"a":\n1,}')
+        self.assertEqual(broken.status, 1)
+        self.assertIn(b"definition, line 2, column 3: This is not JSON", broken.out)
+
+    def test_examples_are_sound(self):
+        found = sorted(Path(EXAMPLES).glob("*/definition.json"))
+        self.assertTrue(found)
+        for path in found:
+            with self.subTest(path=path):
+                run = Run("check", path)
+                self.assertEqual((run.status, run.out), (0, b"ok\n"))
+
+    def test_output_that_cannot_be_written(self):
+        sound = self.file("d.json", definition("$int:a"))
+        for args in [["parse", sound, sound], ["schema", sound], ["check", sound], ["--help"]]:
+            with self.subTest(args=args):
+                with open("/dev/full", "wb") as full:
+                    run = Run(*args, stdout=full)
+                self.assertEqual(run.status, 2)
+                self.assertIn("cannot write the output: No space left", run.err)
+        reader, writer = os.pipe()
+        os.close(reader)
+        with os.fdopen(writer, "wb") as closed:
+            run = Run("parse", sound, sound, stdout=closed)
+        self.assertEqual(run.status, 2)
+        self.assertIn("Broken pipe", run.err)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
