@@ -38,7 +38,7 @@ TEST(TzparseScalar, ByType) {
         {AppDataType_Int, "-", "\"-\""},
         {AppDataType_Int, "0x1", "\"0x1\""},
         {AppDataType_Double, "1.50", "1.50"},
-        {AppDataType_Double, "41", "41"},
+        {AppDataType_Double, "41", "41.0"},
         {AppDataType_Float, "-00.5", "-0.5"},
         {AppDataType_Float, ".5", "0.5"},
         {AppDataType_Double, "5.", "\"5.\""},

@@ -65,7 +65,7 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
     {CheckMessage_TypeWithoutColon, "There is no colon behind the name; the entry is ignored."},
     {CheckMessage_TypeUnknown, "\"{0}\" is no type word; the variable is taken for a string."},
     {CheckMessage_OperationBroken,
-     "The expression doesn't compile, so the operation can't work. {0}"},
+     "The expression doesn't compile, so every parse that uses the operation fails. {0}"},
     {CheckMessage_OperationEmpty,
      "There is nothing to search for (\"originalstr\"), so the operation does nothing."},
     {CheckMessage_ReasonBracketOpen, "No \"]:\" ends the bracket."},

@@ -115,15 +115,15 @@ TEST(DefinitionCheck, RuleNodes) {
             {"originalstr":"a(b","iswholeword":true},{"isregex":true},5,
             {"originalstr":"x[a-Z]","isregex":true},
             {"originalstr":"x[a-Z]","isregex":true,"iscasesensetive":true}]}])",
-         "@[0].operations[0]: The expression doesn't compile, so the operation can't work. "
-         "Unmatched marking parenthesis ( or \\(.\n"
+         "@[0].operations[0]: The expression doesn't compile, so every parse that uses the "
+         "operation fails. Unmatched marking parenthesis ( or \\(.\n"
          "    a(b\n"
          "       ^\n"
          "@[0].operations[3]: There is nothing to search for (\"originalstr\"), so the operation "
          "does nothing.\n"
          "@[0].operations[4]: This is not an object and is ignored.\n"
-         "@[0].operations[6]: The expression doesn't compile, so the operation can't work. It only "
-         "compiles when case is ignored.\n"
+         "@[0].operations[6]: The expression doesn't compile, so every parse that uses the "
+         "operation fails. It only compiles when case is ignored.\n"
          "    x[a-Z]\n"
          "    ^\n"},
     };
