@@ -35,7 +35,7 @@ struct TZPARSER_API DefinitionFinding {
 //
 //     samples[0].parserRules.parserule[0].keywords.keyword[3]: Invalid regex. Unmatched ...
 //         regex[$uptime]:uptime is (.*
-//                                  ^
+//                                     ^
 //
 // The checks stand on the loader's own reading: rule kinds are made by its table, statements by the
 // pattern compiler, expressions as rules compile them. All functions are static and keep nothing;
