@@ -7,6 +7,13 @@
 
 namespace {
 
+// The checkers keep memory of their own and make a search many times slower.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr bool IsChecked = true;
+#else
+constexpr bool IsChecked = false;
+#endif
+
 CTzParser& WithKeyWords(CTzParser& parser, const std::vector<std::string>& kvps) {
     hxJson::Value rules;
     for (const auto& kvp : kvps) rules["parserule"]["keywords"]["keyword"].append(kvp);
@@ -46,13 +53,13 @@ TEST(Hostile, AMillionEmptyLinesInLittleMemory) {
     const std::string text = std::string(1000000, '\n') + "end 7";
     const long before = PeakKilobytes();
     EXPECT_EQ(Value(parser, text, "x"), "7");
-    EXPECT_LT(PeakKilobytes() - before, 20 * 1000) << "20 times the text";
+    if (!IsChecked) EXPECT_LT(PeakKilobytes() - before, 20 * 1000) << "20 times the text";
 }
 
 TEST(Hostile, NestedRepeatsOverALongLine) {
     CTzParser parser;
     WithKeyWords(parser, {"regex[$x]:^((a+)+)+$", "regex[$y]:(([ab]*)*)*c(d)"});
-    const auto text = std::string(1U << 20U, 'a') + "!\nab";
+    const auto text = std::string(IsChecked ? 4000U : 1U << 20U, 'a') + "!\nab";
     EXPECT_EQ(Value(parser, text, "x"), "") << "a search that gives up is no match";
 }
 
