@@ -49,9 +49,9 @@ private:
 // CAppRegex is one compiled regular expression in Perl syntax, and its Search is the one place
 // where rules search.
 //
-//     auto expression = std::make_shared<const CAppRegex>("uptime is (\\d+)",
-//     CAppRegex::RuleFlags); if (!expression->IsValid()) ...           // nothing throws; an
-//     invalid expression never matches
+//     auto regex = std::make_shared<const CAppRegex>("up (\\d+)", CAppRegex::RuleFlags);
+//     if (!regex->IsValid())
+//         report();              // nothing throws, and an invalid expression never matches
 //
 // Expressions are built with the classic locale whatever the process's locale is, so that "\d",
 // "\w" and the folding of case mean ASCII always. Immutable once built: any number of threads may

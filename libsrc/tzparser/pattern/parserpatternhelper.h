@@ -27,8 +27,8 @@ TZPARSER_API extern const std::string DummyVariableName;
 //     mregex[VARIABLES]:EXPRESSION   the same, its groups paired with the variables in order
 //     regex:EXPRESSION               one expression for a line, no variables
 //     regex[VARIABLES]:EXPRESSION    the same with variables
-//     mline[VARIABLE]:SPANS          a variable that is the lines between other variables; no
-//     expression anything else                  literal text with $variables
+//     mline[VARIABLE]:SPANS          the lines between other variables; no expression
+//     anything else                  literal text with $variables
 //
 // One object serves one statement; make a new one for the next, since variables and spans of an
 // earlier Parse stay. An object is used by one thread at a time; copies are independent.

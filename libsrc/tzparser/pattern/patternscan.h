@@ -16,8 +16,7 @@ TZPARSER_API extern const char* const PatternVariableRegex;
 //
 //     CPatternScan scan("rate $int:rate(low|high)");
 //     while (scan.Next())
-//         scan.Name();             // "rate"; scan.Type() is "int:", scan.Alternatives()
-//         "(low|high)"
+//         scan.Name();    // "rate", of the type "int:" with the alternatives "(low|high)"
 //
 // The views point into the text given, which must outlive the object.
 class CPatternScan {
