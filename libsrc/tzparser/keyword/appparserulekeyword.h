@@ -101,6 +101,7 @@ public:
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
     bool GetVariableLine(const std::string& name, int& line) override;
+    void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
     bool SaveLineNumberAndResult(hxJson::Value& node) override;
     void GetAllVarLineNums(std::set<int>& varLines, std::set<int>& extendLines) const override;

@@ -1,4 +1,5 @@
 // What a parse found: look-ups by name, lines, and the result document.
+#include "host/xml/markup.h"
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/rule/paragraphscope.h"
 #include "tzparser/rule/rulekeys.h"
@@ -126,6 +127,15 @@ void CAppParseRuleKeyWord::GetAllVarLineNums(std::set<int>& varLines,
         }
     }
     CAppParseRule::GetAllVarLineNums(varLines, extendLines);
+}
+
+void CAppParseRuleKeyWord::SaveResultAsXML(CMarkup& xml) {
+    xml.AddElem(ResultKey::ParseResult);
+    xml.IntoElem();
+    xml.AddElem(ResultKey::ParserType, static_cast<int>(GetRuleType()));
+    SaveResultAsXml(m_variablePos, xml, m_definition->variableTypes);
+    CAppParseRule::SaveResultAsXML(xml);
+    xml.OutOfElem();
 }
 
 bool CAppParseRuleKeyWord::SaveResultAsJson(hxJson::Value& node) {

@@ -23,6 +23,7 @@
 class CAppParseRuleSample;
 class CAppSampleLines;
 class CAppVariableDef;
+class CMarkup;
 class IParagraphScope;
 
 // The kinds of rules; the numbers are also the "type" of rule documents and never change.
@@ -123,7 +124,8 @@ public:
     virtual CAppParseRule* CreateObject(CAppParseRule* parent) = 0;
     virtual void ClearVariablePosition();
 
-    // The rule's part of the parse result document.
+    // The rule's part of the parse result document, as XML at the document's cursor and as JSON.
+    virtual void SaveResultAsXML(CMarkup& xml);
     virtual bool SaveResultAsJson(hxJson::Value& node);
     virtual bool SaveLineNumberAndResult(hxJson::Value& node);
     // Adds the lines of variables and the lines shown around them; no line stands in both.
@@ -245,6 +247,11 @@ public:
     bool SaveResultAsJSON(const std::map<std::string, std::map<int, CAppTextLet>>& values,
                           hxJson::Value& node, const std::map<std::string, std::string>& types,
                           std::vector<std::string> order);
+
+    // The same below the cursor of an XML document, all variables by name and the lets with their
+    // texts.
+    static void SaveResultAsXml(const std::map<std::string, std::map<int, CAppTextLet>>& values,
+                                CMarkup& xml, const std::map<std::string, std::string>& types);
 
     // The same bytes as GetOriginalLine and GetWrappedLine without making a string; views live
     // until the next parse.

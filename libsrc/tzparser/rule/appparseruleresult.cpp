@@ -1,5 +1,6 @@
 // Parse result documents: what the base writes, and the form of variables that kinds share.
 #include "host/python/tzp3typeobject.h"
+#include "host/xml/markup.h"
 #include "tzparser/rule/appparserule.h"
 #include "tzparser/rule/rulekeys.h"
 #include "tzparser/variable/appdatatypehelper.h"
@@ -18,6 +19,11 @@ bool AnyValueFits(const TzP3TypeObject& type, const std::set<std::string>& value
                        [&type](const std::string& value) { return type.Check(value); });
 }
 
+std::string TypeOf(const std::map<std::string, std::string>& types, const std::string& name) {
+    const auto type = types.find(name);
+    return type != types.end() ? type->second : "string";
+}
+
 }  // namespace
 
 bool CAppParseRule::SaveResultAsJson(hxJson::Value& node) {
@@ -27,6 +33,35 @@ bool CAppParseRule::SaveResultAsJson(hxJson::Value& node) {
     for (const auto& child : m_children)
         all &= child->SaveResultAsJson(results.append(hxJson::Value()));
     return all;
+}
+
+void CAppParseRule::SaveResultAsXML(CMarkup& xml) {
+    if (m_children.empty()) return;
+    xml.AddElem(ResultKey::Child);
+    xml.IntoElem();
+    for (const auto& child : m_children) child->SaveResultAsXML(xml);
+    xml.OutOfElem();
+}
+
+void CAppParseRule::SaveResultAsXml(const std::map<std::string, std::map<int, CAppTextLet>>& values,
+                                    CMarkup& xml, const std::map<std::string, std::string>& types) {
+    xml.AddElem(ResultKey::Variables);
+    xml.IntoElem();
+    for (const auto& [name, lets] : values) {
+        xml.AddElem(ResultKey::Variable);
+        xml.IntoElem();
+        xml.AddElem(ResultKey::Name, name);
+        xml.AddElem(ResultKey::ValueType, TypeOf(types, name));
+        xml.AddElem(ResultKey::Details);
+        xml.IntoElem();
+        for (const auto& entry : lets) {
+            xml.AddElem(ResultKey::Detail);
+            entry.second.SaveToXml(xml);
+        }
+        xml.OutOfElem();
+        xml.OutOfElem();
+    }
+    xml.OutOfElem();
 }
 
 bool CAppParseRule::SaveLineNumberAndResult(hxJson::Value& node) {
@@ -58,9 +93,8 @@ bool CAppParseRule::SaveResultAsJSON(
         const auto found = values.find(name);
         if (found == values.end()) continue;
         auto& variable = variables.append(hxJson::Value(hxJson::objectValue, false));
-        const auto type = types.find(name);
         variable[ResultKey::Name] = name;
-        variable[ResultKey::ValueType] = type != types.end() ? type->second : "string";
+        variable[ResultKey::ValueType] = TypeOf(types, name);
         auto& details = variable[ResultKey::Details] = hxJson::Value(hxJson::arrayValue, false);
         for (const auto& [line, let] : found->second)
             if (line >= 0) details.append(let.SaveToJson(!m_saveExBuiltInInfo));

@@ -75,6 +75,7 @@ public:
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
     void ClearVariablePosition() override;
+    void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
 
     int GetTableCmpColumns(std::set<std::string>& columns) const override;

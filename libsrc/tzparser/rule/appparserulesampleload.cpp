@@ -7,8 +7,7 @@
 namespace {
 
 // So much goes from the front of a key that holds "_original_result" anywhere: the name with the
-// "$" before it or the
-// "." behind it.
+// "$" before it or the "." behind it.
 constexpr std::size_t OriginalResultPrefix = 17;
 
 std::string TrimDollars(std::string text) {

@@ -1,6 +1,14 @@
 // The sample's part of the parse result document, and the lines that results touch.
+#include "host/xml/markup.h"
 #include "tzparser/rule/appparserulesample.h"
 #include "tzparser/rule/rulekeys.h"
+
+void CAppParseRuleSample::SaveResultAsXML(CMarkup& xml) {
+    xml.AddElem(ResultKey::OriginalResult);
+    xml.IntoElem();
+    for (const auto& child : Children()) child->SaveResultAsXML(xml);
+    xml.OutOfElem();
+}
 
 bool CAppParseRuleSample::SaveResultAsJson(hxJson::Value& node) {
     auto& results = node[ResultKey::OriginalResult] = hxJson::Value(hxJson::arrayValue, false);

@@ -48,4 +48,9 @@ constexpr const char* Name = "name";
 constexpr const char* ValueType = "valueType";
 constexpr const char* Details = "details";
 
+// In the XML form alone.
+constexpr const char* Child = "child";
+constexpr const char* Variable = "variable";
+constexpr const char* Detail = "detail";
+
 }  // namespace ResultKey

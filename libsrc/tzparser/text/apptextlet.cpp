@@ -1,6 +1,7 @@
 #include "tzparser/text/apptextlet.h"
 
 #include "host/json/hxjson.h"
+#include "host/xml/markup.h"
 
 #include <type_traits>
 #include <utility>
@@ -77,4 +78,32 @@ void CAppTextLet::WriteTo(hxJson::Value& value, bool withText) const {
     hxJson::Value lineNumbers(hxJson::arrayValue);
     for (const std::int32_t line : lines) lineNumbers.append(line);
     value[kLines] = std::move(lineNumbers);
+}
+
+bool CAppTextLet::LoadFromXml(CMarkup& xml) {
+    xml.IntoElem();
+    xml.GetData("BeginRow", beginRow);
+    xml.GetData("BeginCol", beginCol);
+    xml.GetData("EndRow", endRow);
+    xml.GetData("EndCol", endCol);
+    xml.GetData("Text", text);
+    xml.OutOfElem();
+    return true;
+}
+
+bool CAppTextLet::SaveToXml(CMarkup& xml) const {
+    xml.IntoElem();
+    xml.AddElem("BeginRow", beginRow);
+    xml.AddElem("BeginCol", beginCol);
+    xml.AddElem("EndRow", endRow);
+    xml.AddElem("EndCol", endCol);
+    xml.AddElem("Text", text);
+    if (!lines.empty()) {
+        xml.AddElem("lines");
+        xml.IntoElem();
+        for (const int line : lines) xml.AddElem("line", line);
+        xml.OutOfElem();
+    }
+    xml.OutOfElem();
+    return true;
 }

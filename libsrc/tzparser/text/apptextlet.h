@@ -10,6 +10,7 @@
 namespace hxJson {
 class Value;
 }
+class CMarkup;
 
 /// The atom of every parse result: a piece of text with the span of the sample it was taken from.
 /// Rules make lets, the value tree and the exports pass them on by value.
@@ -57,6 +58,13 @@ public:
     bool Save(hxJson::Value& value) override;
     /// A new object with the members of `Save`, the text only when asked for.
     hxJson::Value SaveToJson(bool withText) const;
+
+    /// The same below the document's current element, with keys of their own: "BeginRow",
+    /// "BeginCol", "EndRow", "EndCol", "Text" and, when there are any, "lines" with a "line" each.
+    /// What "lines" an element holds is written for its readers and never read back: loading leaves
+    /// the lines as they are. A missing element leaves its field. Always true.
+    bool LoadFromXml(CMarkup& xml);
+    bool SaveToXml(CMarkup& xml) const;
 
 private:
     void WriteTo(hxJson::Value& value, bool withText) const;

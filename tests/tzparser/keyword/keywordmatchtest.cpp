@@ -1,4 +1,6 @@
 // Matching of keyword rules directly under a sample.
+#include "host/xml/markup.h"
+
 #include "support/letdump.h"
 #include "support/ruletree.h"
 
@@ -159,6 +161,47 @@ TEST(KeyWordMatch, TheResultDocument) {
     KeyWordAt(*sample, 0).SetSaveExBuiltInInfo(true);
     sample->SaveResultAsJson(result);
     EXPECT_EQ(result.toString().find("\"text\""), std::string::npos) << "positions only";
+}
+
+// The XML form names the variables in order, holds texts whatever the access, and has no errors.
+TEST(KeyWordMatch, TheResultDocumentAsXml) {
+    auto sample = LoadRules("{\"keywords\":{\"keyword\":[\"x $int:b $a\",\"mline[$m]:$a\"]}}");
+    KeyWordAt(*sample, 0).SetSaveExBuiltInInfo(true);
+    sample->Parse("\nx 1 <2>", 0, -1, nullptr);
+    CMarkup xml;
+    sample->SaveResultAsXML(xml);
+    std::string flat;
+    for (const char c : xml.GetDoc())
+        if (c != '\n' && !(c == ' ' && (flat.empty() || flat.back() == '>'))) flat += c;
+    const auto let = [](const char* cols, const char* text, const char* lines) {
+        const std::string begin(cols, 1);
+        const std::string end(cols + 2, 1);
+        return "<detail><BeginRow>1</BeginRow><BeginCol>" + begin +
+               "</BeginCol><EndRow>1</EndRow><EndCol>" + end + "</EndCol><Text>" + text +
+               "</Text>" + lines + "</detail>";
+    };
+    const auto variable = [](const char* name, const char* type, const std::string& detail) {
+        return std::string("<variable><name>") + name + "</name><valueType>" + type +
+               "</valueType><details>" + detail + "</details></variable>";
+    };
+    EXPECT_EQ(
+        flat,
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?><_original_result><parseResult>"
+        "<parserType>0</parserType><variables>" +
+            variable("$a", "string", let("4-7", "&lt;2&gt;", "")) +
+            variable("$b", "int", let("2-3", "1", "")) +
+            variable("$m", "string", let("0-7", "x 1 &lt;2&gt;", "<lines><line>1</line></lines>")) +
+            "</variables></parseResult></_original_result>");
+    CAppTextLet read(9, 9, 9, 9, "old");
+    read.lines = {7};
+    xml.ResetPos();
+    for (const char* name :
+         {"_original_result", "parseResult", "variables", "variable", "details", "detail"}) {
+        ASSERT_TRUE(xml.FindElem(name)) << name;
+        if (std::string(name) != "detail") xml.IntoElem();
+    }
+    EXPECT_TRUE(read.LoadFromXml(xml));
+    EXPECT_EQ(DumpLet(read), "1:4-7 \"<2>\" 7") << "lines aren't read back";
 }
 
 TEST(KeyWordMatch, LinesOfVariables) {
