@@ -1,0 +1,67 @@
+// Loading a definition of 200 samples with ten statements each, from its JSON text.
+#include "host/json/hxjson.h"
+#include "tzparser/engine/tzparser.h"
+
+#include "benchtext.h"
+#include "plainsearch.h"
+#include "ratiotable.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr std::size_t Samples = 200;
+
+const std::string& Document() {
+    static const auto text = BenchText::Definition(Samples, BenchText::SmallStatements());
+    return text;
+}
+
+void CountBytes(benchmark::State& state) {
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(Document().size()));
+}
+
+void Load(benchmark::State& state) {
+    for (auto _ : state) {
+        hxJson::Value definition;
+        CTzParser parser;
+        if (!hxJson::Reader().parse(Document(), definition) || !parser.SetParser(definition))
+            state.SkipWithError("the definition could not be loaded");
+    }
+    CountBytes(state);
+}
+
+// Compiles as many expressions.
+void LoadPlainCompile(benchmark::State& state) {
+    for (auto _ : state)
+        for (std::size_t sample = 0; sample < Samples; ++sample)
+            benchmark::DoNotOptimize(CPlainSearch(BenchText::SmallStatements()).Count());
+    CountBytes(state);
+}
+
+void LoadJsonOnly(benchmark::State& state) {
+    for (auto _ : state) {
+        hxJson::Value definition;
+        benchmark::DoNotOptimize(hxJson::Reader().parse(Document(), definition));
+    }
+    CountBytes(state);
+}
+
+BENCHMARK(Load)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadPlainCompile)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadJsonOnly)->Unit(benchmark::kMillisecond);
+
+const bool rows = CRatioTable::Add({
+    {"load 200 samples, to compiling their statements plainly",
+     "Load",
+     "LoadPlainCompile",
+     RatioMeasure_Megabytes,
+     {}},
+    {"load 200 samples, to reading the JSON alone",
+     "Load",
+     "LoadJsonOnly",
+     RatioMeasure_Megabytes,
+     {}},
+});
+
+}  // namespace
