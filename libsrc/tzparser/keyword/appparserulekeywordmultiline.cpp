@@ -12,6 +12,8 @@
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/rule/appparserulesample.h"
 
+#include <algorithm>
+
 namespace {
 
 struct JoinedLines {
@@ -25,17 +27,21 @@ struct JoinedLines {
     }
 };
 
+// The offset of a position in its own line.
+int ColumnOf(std::string_view text, std::size_t position) {
+    const auto lineFeed = text.substr(0, position).rfind('\n');
+    return static_cast<int>(lineFeed == std::string_view::npos ? position
+                                                               : position - lineFeed - 1);
+}
+
 CAppTextLet LetOfSpan(const JoinedLines& joined, std::size_t position, std::string_view value) {
-    const auto begin = static_cast<int>(position);
-    const auto end = static_cast<int>(position + value.size());
-    const int firstIndex = CAppParseRule::GetLineCountByPos(joined.text, begin);
-    const int lastIndex = CAppParseRule::GetLineCountByPos(joined.text, end);
-    const int beginCol = CAppParseRule::ConvertToLinePos(joined.text, firstIndex, begin);
-    const int endCol = firstIndex == lastIndex
-                           ? beginCol + static_cast<int>(value.size())
-                           : CAppParseRule::ConvertToLinePos(joined.text, lastIndex, end);
-    return {joined.RowOfIndex(firstIndex), beginCol, joined.RowOfIndex(lastIndex), endCol,
-            std::string(value)};
+    const auto end = position + value.size();
+    const int firstIndex =
+        CAppParseRule::GetLineCountByPos(joined.text, static_cast<int>(position));
+    const int lastIndex =
+        firstIndex + static_cast<int>(std::count(value.begin(), value.end(), '\n'));
+    return {joined.RowOfIndex(firstIndex), ColumnOf(joined.text, position),
+            joined.RowOfIndex(lastIndex), ColumnOf(joined.text, end), std::string(value)};
 }
 
 }  // namespace

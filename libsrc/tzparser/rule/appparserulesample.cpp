@@ -86,11 +86,12 @@ std::string CAppParseRuleSample::GroupMultiLine(int startLine, int endLine,
     std::string joined;
     const int start = std::max(startLine, 0);
     const int end = std::min(endLine, m_originalLines.Count());
+    const bool isReplaced = !GetSearchReplaceResult().empty();
     if (start < end) lineNumbers.reserve(static_cast<std::size_t>(end - start));
     for (int line = start; line < end; ++line) {
         if (static_cast<std::size_t>(line) < status.size() &&
             status[static_cast<std::size_t>(line)]) {
-            joined.append(WrappedLineView(line));
+            joined.append(isReplaced ? WrappedLineView(line) : m_originalLines.View(line));
             lineNumbers.push_back(line);
         }
         joined.push_back('\n');
