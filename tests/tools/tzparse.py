@@ -9,6 +9,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 from pathlib import Path
 
 TOOL, VERSION, EXAMPLES = sys.argv[1:4]
@@ -68,7 +69,7 @@ class TzparseTest(unittest.TestCase):
                             (["parse"], "DEFINITION is required"),
                             (["parse", sound], "TEXT is required"),
                             (["parse", sound, sound, "more"], "more"),
-                            (["parse", sound, sound, "--format", "xml"], "xml"),
+                            (["parse", sound, sound, "--format", "yaml"], "xml"),
                             (["parse", sound, sound, "--access", "x"], "--access"),
                             (["parse", "-", "-"], "only one of"),
                             (["check", sound, "--access", "1"], "--access")]:
@@ -124,6 +125,19 @@ class TzparseTest(unittest.TestCase):
 
     def test_no_variables(self):
         self.assertEqual(self.values(definition("none"), b"x"), {})
+
+    def test_what_the_rules_found(self):
+        document = self.file("d.json", definition("^up $int:up"))
+        run = Run("parse", document, "-", "--format=result", stdin=b"up 5")
+        variable = json.loads(run.out)["_original_result"][0]["parseResult"]["variables"][0]
+        self.assertEqual((variable["name"], variable["details"][0]["text"]), ("$up", "5"))
+        run = Run("parse", document, "-", "--format=xml", stdin=b"up <")
+        root = xml.etree.ElementTree.fromstring(run.out)
+        self.assertEqual((root.tag, root.findtext(".//variable/name")), ("_original_result", "$up"))
+        broken = self.file("b.json", json.dumps({"samples": [{"parserRules": {}}]}).encode())
+        run = Run("parse", broken, "-", "--format=xml", stdin=b"x")
+        self.assertEqual((run.status, run.out), (1, b""))
+        self.assertIn("parse failed when using parser rules. reseason:", run.err)
 
     def test_tree_and_access(self):
         document = definition("^up $int:up", accessType=0)

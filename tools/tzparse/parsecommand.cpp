@@ -1,13 +1,17 @@
 #include "parsecommand.h"
 
 #include "tzparser/engine/tzparser.h"
+#include "tzparser/rule/appparserule.h"
 
 #include "definitionfile.h"
 #include "inputfile.h"
+#include "resultformat.h"
 #include "treeformat.h"
 #include "valueformat.h"
 
+#include <exception>
 #include <map>
+#include <memory>
 
 #include <CLI/CLI.hpp>
 
@@ -15,12 +19,38 @@ namespace {
 
 constexpr const char* AccessType = "accessType";
 
-using WriteFormat = void (*)(const CAppVariableValue&, COutputWriter&);
+// A format shows either the values of a parse or what the rules that were run say of themselves.
+struct Format {
+    void (*writeValues)(const CAppVariableValue&, COutputWriter&);
+    void (*writeRules)(CAppParseRule&, COutputWriter&);
+};
 
-const std::map<std::string, WriteFormat>& Formats() {
-    static const std::map<std::string, WriteFormat> formats = {{"json", &WriteValues},
-                                                               {"tree", &WriteTree}};
+const std::map<std::string, Format>& Formats() {
+    static const std::map<std::string, Format> formats = {{"json", {&WriteValues, nullptr}},
+                                                          {"tree", {&WriteTree, nullptr}},
+                                                          {"result", {nullptr, &WriteResultJson}},
+                                                          {"xml", {nullptr, &WriteResultXml}}};
     return formats;
+}
+
+std::shared_ptr<CAppVariableValue> ParseValues(CTzParser& parser, const std::string& text) {
+    std::string error;
+    auto values = parser.Parse(text, error);
+    if (!values) throw CToolError(ExitStatus_Failed, error);
+    return values;
+}
+
+std::shared_ptr<CAppParseRule> RunRules(CTzParser& parser, const std::string& text) {
+    std::string error;
+    auto rules = parser.GetSampleParseRuleClone(text, error);
+    if (!rules) throw CToolError(ExitStatus_Failed, error);
+    try {
+        if (rules->Parse(text, 0, -1, nullptr)) return rules;
+        error = rules->GetLastError();
+    } catch (const std::exception& exception) {
+        error = exception.what();
+    }
+    throw CToolError(ExitStatus_Failed, "parse failed when using parser rules. reseason:" + error);
 }
 
 }  // namespace
@@ -35,10 +65,12 @@ CParseCommand::CParseCommand(CLI::App& app)
         ->required()
         ->option_text(" ");
     m_command
-        ->add_option("--format", m_format,
-                     "json: typed values, the default; tree: all nodes with spans")
+        ->add_option(
+            "--format", m_format,
+            "json: typed values, the default; tree: all nodes with spans; result, xml: what "
+            "each rule found, as JSON and as XML")
         ->check(CLI::IsMember(&Formats()))
-        ->option_text("json|tree");
+        ->option_text("json|tree|result|xml");
     m_command
         ->add_option("--access", m_access,
                      "Use N as the definition's accessType; 16 adds the built-in properties")
@@ -58,9 +90,10 @@ ExitStatus_e CParseCommand::Run(COutputWriter& out) const {
     if (m_access && definition.isObject()) definition[AccessType] = *m_access;
     CTzParser parser;
     parser.SetParser(definition);
-    std::string error;
-    const auto values = parser.Parse(ReadInput(m_text), error);
-    if (!values) throw CToolError(ExitStatus_Failed, error);
-    Formats().at(m_format)(*values, out);
+    const auto& format = Formats().at(m_format);
+    if (format.writeValues != nullptr)
+        format.writeValues(*ParseValues(parser, ReadInput(m_text)), out);
+    else
+        format.writeRules(*RunRules(parser, ReadInput(m_text)), out);
     return ExitStatus_Ok;
 }
