@@ -3,11 +3,16 @@ set(Boost_NO_WARN_NEW_VERSIONS ON)
 find_package(Boost 1.74 REQUIRED COMPONENTS regex)
 find_package(RapidJSON REQUIRED)
 find_package(pugixml REQUIRED)
+find_package(msgpack REQUIRED CONFIG)
+find_package(SQLite3 3.37 REQUIRED)
 find_package(Threads REQUIRED)
+find_path(XXHASH_INCLUDE_DIR xxhash.h REQUIRED)
+find_library(XXHASH_LIBRARY xxhash REQUIRED)
 
 add_library(tz_libraries INTERFACE)
-target_link_libraries(tz_libraries INTERFACE Boost::regex pugixml::pugixml Threads::Threads)
-target_include_directories(tz_libraries SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIRS})
+target_link_libraries(tz_libraries INTERFACE Boost::regex pugixml::pugixml msgpackc-cxx SQLite::SQLite3
+    ${XXHASH_LIBRARY} Threads::Threads)
+target_include_directories(tz_libraries SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIRS} ${XXHASH_INCLUDE_DIR})
 
 if(TZ_SANITIZE MATCHES "thread")
     add_library(regex_blocks OBJECT cmake/regexblocks.cpp)
