@@ -30,7 +30,8 @@ class CAppVariableDef;
 //
 // A tree stands alone: it needs neither the rules nor the parser that made it. It belongs to
 // whoever received it and is used by one thread at a time. Pointers that look-ups return are the
-// tree's and live as long as it does, or until the lets of that node are changed.
+// tree's and live as long as it does, or until the lets of that node are changed. Trees that share
+// a definition never write to it: the first that has to, copies it for itself.
 class TZPARSER_API CAppVariableValue : private boost::noncopyable {
 public:
     using Lets = std::vector<CAppTextLet>;
@@ -53,6 +54,8 @@ public:
     // The names from the top down joined by ".", without dollar signs and without parsing roots:
     // "table.column".
     std::string GetVariableFullName() const;
+    // The definition, in the tree's copy once it has one of its own (see
+    // AddTableHashAndRowCountToProperty); what was handed out before stays valid.
     const CAppVariableDef* GetVarDef() const { return m_varDef; }
     CAppVariableValue* GetParentValue() const { return m_parentValue; }
     std::vector<CAppVariableValue*> GetChildValues() const { return Pointers(m_childValues); }
@@ -90,8 +93,27 @@ public:
     // Drops the lets of this node, and of all below it when asked.
     void ClearValue(bool bChildren);
 
+    // What changed between two results of one definition: 0 equal, 1 different, -1 not comparable
+    // (null, or definitions that differ, which includes the row counts and hashes written into
+    // them). Only texts count, never positions. A table is compared as a whole. A column is
+    // compared at one 0-based row, with the other's row of the same key texts, wherever it stands;
+    // a table without key columns has all its columns as keys. Any other node by its first let.
+    int GetCompareValue(CAppVariableValue* other, int row);
+
+    // A table's digest of its hash columns' cells, in row order or, when the definition asks for
+    // it, in the order of their texts; see CTzNonCryptographicChecksum. Columns count in the
+    // table's own order. Empty for any other node and for a table without hash columns.
+    std::string GenerateTableHash() const;
+    // On a table: appends the values of its properties, `_rowCount` and `_hashCmp`, and notes both
+    // in the tree's definition. The hash is empty for a table of more rows than this node's limit,
+    // which is 5000 for every table below a root. A second call appends them once more.
+    void AddTableHashAndRowCountToProperty();
+
 protected:
     CAppVariableValue();
+
+    // The comparison of two tables; same answers. Different numbers of columns aren't comparable.
+    int CompareTableValue(CAppVariableValue* other);
 
     CAppVariableValue* GetChildByName(const std::string& name) const;
     // The node of a definition anywhere in the tree; null when there is none.
@@ -115,10 +137,17 @@ private:
     void CopyProperties(const CAppVariableValue& other);
     void DestroyBelow() noexcept;
     CAppTextLet* GetCell(int index, std::map<std::string, std::string>& keys, bool extendTableKeys);
+    void MakeDefinitionWritable();
+
+    class CKeyIndex;
+    struct TablePair;
 
     const CAppVariableDef* m_varDef = nullptr;
-    std::shared_ptr<const CAppVariableDef> m_ownedDef;  // at a root that keeps its definition
-    Nodes m_childValues;                                // in the order of the definition's children
+    // At a root that keeps its definition: the one it shares, the one of its own, or both when the
+    // second was copied from the first.
+    std::shared_ptr<const CAppVariableDef> m_sharedDef;
+    std::unique_ptr<CAppVariableDef> m_ownDef;
+    Nodes m_childValues;  // in the order of the definition's children
     Nodes m_properties;
     Nodes m_builtInProperties;
     CAppVariableValue* m_parentValue = nullptr;

@@ -70,20 +70,21 @@ CAppVariableValue::CAppVariableValue(CAppVariableDef* def, bool bCopyDef, CAppPa
                                      CAppVariableValue* parent, int rowCountLimitForHash)
     : m_varDef(def), m_parentValue(parent) {
     if (parent == nullptr && bCopyDef && def != nullptr) {
-        m_ownedDef.reset(def->Copy(true));
-        m_varDef = m_ownedDef.get();
+        m_ownDef.reset(def->Copy(true));
+        m_varDef = m_ownDef.get();
     }
     BuildBelow(rule);
     m_rowCountLimitForHash = rowCountLimitForHash;
-    if (m_ownedDef && rule != nullptr && rule->GetSaveExBuiltInInfo()) BuildBuiltInProperties(rule);
+    if (m_ownDef && rule != nullptr && rule->GetSaveExBuiltInInfo()) BuildBuiltInProperties(rule);
 }
 
 CAppVariableValue::CAppVariableValue(std::shared_ptr<const CAppVariableDef> def,
                                      CAppParseRule* rule, int rowCountLimitForHash)
-    : m_varDef(def.get()), m_ownedDef(std::move(def)) {
+    : m_varDef(def.get()), m_sharedDef(std::move(def)) {
     BuildBelow(rule);
     m_rowCountLimitForHash = rowCountLimitForHash;
-    if (m_ownedDef && rule != nullptr && rule->GetSaveExBuiltInInfo()) BuildBuiltInProperties(rule);
+    if (m_sharedDef && rule != nullptr && rule->GetSaveExBuiltInInfo())
+        BuildBuiltInProperties(rule);
 }
 
 CAppVariableValue::~CAppVariableValue() {

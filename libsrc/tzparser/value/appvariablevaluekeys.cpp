@@ -1,5 +1,5 @@
 // Rows by their keys.
-#include "tzparser/value/appvariablevalue.h"
+#include "tzparser/value/appvariablevaluekeyindex.h"
 #include "tzparser/variable/appvariabletabledef.h"
 
 #include <utility>
@@ -12,13 +12,13 @@ std::vector<std::string> AllColumns(const CAppVariableDef& table) {
     return names;
 }
 
-std::vector<std::string> KeyColumns(const CAppVariableTableDef& table, bool extendTableKeys) {
+}  // namespace
+
+std::vector<std::string> KeyColumnNames(const CAppVariableTableDef& table, bool extendTableKeys) {
     if (!extendTableKeys) return table.GetKeys().empty() ? AllColumns(table) : table.GetKeys();
     const auto keys = table.GetTableKeysEx();
     return keys.empty() ? AllColumns(table) : std::vector<std::string>(keys.begin(), keys.end());
 }
-
-}  // namespace
 
 CAppTextLet* CAppVariableValue::GetVariableValue(int index,
                                                  std::map<std::string, std::string>& keys) {
@@ -38,7 +38,7 @@ CAppTextLet* CAppVariableValue::GetCell(int index, std::map<std::string, std::st
     if (node == nullptr || node->GetDataType() != AppDataType_Table) return cell;
     const auto* table = dynamic_cast<const CAppVariableTableDef*>(node->m_varDef);
     if (table == nullptr) return cell;
-    for (const auto& name : KeyColumns(*table, extendTableKeys)) {
+    for (const auto& name : KeyColumnNames(*table, extendTableKeys)) {
         auto* column = GetValueByDef(table->GetChild(name));
         if (column == nullptr) continue;
         const auto* key = column->GetVariableValue(index);

@@ -1,0 +1,120 @@
+// The fingerprint of a table and the values of its two properties.
+#include "host/runtime/tznoncryptographicchecksum.h"
+#include "tzparser/value/appvariablevalue.h"
+#include "tzparser/variable/appvariabletabledef.h"
+
+#include <algorithm>
+#include <cstring>
+#include <numeric>
+#include <set>
+
+namespace {
+
+std::string WithoutAnyDollar(std::string name) {
+    name.erase(std::remove(name.begin(), name.end(), '$'), name.end());
+    return name;
+}
+
+// The cells of the hash columns. Cells are asked by row and by number among the hash columns; one
+// that a short column hasn't is null.
+class CHashCells {
+public:
+    CHashCells(const std::vector<CAppVariableValue*>& children, const std::set<std::string>& names)
+        : m_children(Chosen(children, names)) {}
+
+    bool IsEmpty() const { return m_children.empty(); }
+
+    // Orders two rows by their texts up to a NUL.
+    bool IsBefore(int row, int other) const {
+        for (auto* child : m_children) {
+            const int order =
+                std::strcmp(ZeroTerminated(*child, row), ZeroTerminated(*child, other));
+            if (order != 0) return order < 0;
+        }
+        return false;
+    }
+
+    // The row as the digest takes it. The comma behind each cell keeps the borders of cells.
+    void AppendRow(int row, std::string& bytes) const {
+        for (auto* child : m_children) {
+            if (const auto* cell = child->GetVariableValue(row)) bytes += cell->text;
+            bytes += ',';
+        }
+        bytes += '\n';
+    }
+
+private:
+    static std::vector<CAppVariableValue*> Chosen(const std::vector<CAppVariableValue*>& children,
+                                                  const std::set<std::string>& names) {
+        std::set<std::string> plainNames;
+        for (const auto& name : names) plainNames.insert(WithoutAnyDollar(name));
+        std::vector<CAppVariableValue*> chosen;
+        for (auto* child : children)
+            if (plainNames.count(WithoutAnyDollar(child->GetName())) != 0) chosen.push_back(child);
+        return chosen;
+    }
+
+    static const char* ZeroTerminated(CAppVariableValue& child, int row) {
+        const auto* cell = child.GetVariableValue(row);
+        return cell != nullptr ? cell->text.c_str() : "";
+    }
+
+    std::vector<CAppVariableValue*> m_children;  // in the table's order, not in that of the names
+};
+
+std::string Digest(const CHashCells& cells, const std::vector<int>& rows) {
+    constexpr std::size_t PieceSize = 1 << 16;
+    CTzNonCryptographicChecksum checksum;
+    std::string piece;
+    for (const int row : rows) {
+        cells.AppendRow(row, piece);
+        if (piece.size() < PieceSize) continue;
+        checksum.Update(piece.data(), piece.size());
+        piece.clear();
+    }
+    checksum.Update(piece.data(), piece.size());
+    return checksum.Final();
+}
+
+}  // namespace
+
+// A definition whose hash columns name no column of it gives the digest of no rows, not an empty
+// text.
+std::string CAppVariableValue::GenerateTableHash() const {
+    if (GetDataType() != AppDataType_Table) return std::string();
+    const auto* table = dynamic_cast<const CAppVariableTableDef*>(m_varDef);
+    std::set<std::string> names;
+    if (table == nullptr || table->GetTableCmpColumns(names) == 0) return std::string();
+    const CHashCells cells(GetChildValues(), names);
+    std::vector<int> rows(cells.IsEmpty() ? 0 : static_cast<std::size_t>(GetValueCount()));
+    std::iota(rows.begin(), rows.end(), 0);
+    if (table->IsTableCmpSort())
+        std::sort(rows.begin(), rows.end(),
+                  [&cells](int a, int b) { return cells.IsBefore(a, b); });
+    return Digest(cells, rows);
+}
+
+void CAppVariableValue::AddTableHashAndRowCountToProperty() {
+    if (GetDataType() != AppDataType_Table) return;
+    MakeDefinitionWritable();
+    // What a node that isn't the root's copy points to was given as one that may be written.
+    auto* table =
+        const_cast<CAppVariableTableDef*>(dynamic_cast<const CAppVariableTableDef*>(m_varDef));
+    if (table == nullptr) return;
+    for (const auto* def : table->GetProperties()) {
+        auto property = MakeNode(def, nullptr);
+        property->m_rowCountLimitForHash = m_rowCountLimitForHash;
+        const int rows = GetValueCount();
+        std::string text;
+        if (def->GetName() == "_rowCount") {
+            text = std::to_string(rows);
+            table->SetTableRowCount(rows);
+        } else if (def->GetName() == "_hashCmp") {
+            // The limit of a node below the root is 5000 whatever the engine was told.
+            if (rows <= m_rowCountLimitForHash) text = GenerateTableHash();
+            table->SetTableHash(text);
+        }
+        property->m_values.emplace_back(std::move(text));
+        m_properties.push_back(std::move(property));
+    }
+}
