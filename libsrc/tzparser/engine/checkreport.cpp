@@ -29,6 +29,24 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
      "it."},
     {CheckMessage_SampleHidden,
      "An earlier sample has the index {0}, and this one isn't the last: nothing reaches it."},
+    {CheckMessage_SampleBehind,
+     "The sample with the index {0} is tried first and, without conditions, fits every text: "
+     "nothing reaches this one."},
+    {CheckMessage_IdentifyNotJson, "This is not JSON, so the sample is dropped: {0}"},
+    {CheckMessage_NoConfigKey,
+     "There is no \"ConfigKey\", so the sample has no conditions and fits every text."},
+    {CheckMessage_ConditionUnknown,
+     "No kind of condition has the type {0}; the condition is left out, and the sample fits more "
+     "texts."},
+    {CheckMessage_ConditionBroken,
+     "The expression doesn't compile; the condition is left out, and the sample fits more texts. "
+     "{0}"},
+    {CheckMessage_ConditionIndexTaken,
+     "An earlier condition of the list has the index {0}; this one is left out, and the sample "
+     "fits more texts."},
+    {CheckMessage_ConditionNeverHolds, "The value holds no string, so the sample fits no text."},
+    {CheckMessage_ConditionAlwaysHolds,
+     "The value holds no string, so the condition holds for every text."},
     {CheckMessage_UnknownType,
      "This version has no kind of rule with the type {0}; the rule is left out."},
     {CheckMessage_UnknownTypeBeforeOthers,

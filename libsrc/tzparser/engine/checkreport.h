@@ -21,6 +21,15 @@ enum CheckMessage_e {
     CheckMessage_NoSuchSample,
     CheckMessage_SampleNotNamed,
     CheckMessage_SampleHidden,
+    CheckMessage_SampleBehind,
+    // Identify documents.
+    CheckMessage_IdentifyNotJson,
+    CheckMessage_NoConfigKey,
+    CheckMessage_ConditionUnknown,
+    CheckMessage_ConditionBroken,
+    CheckMessage_ConditionIndexTaken,
+    CheckMessage_ConditionNeverHolds,
+    CheckMessage_ConditionAlwaysHolds,
     // Rule nodes.
     CheckMessage_UnknownType,
     CheckMessage_UnknownTypeBeforeOthers,

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace {
@@ -20,6 +21,7 @@ std::string Element(const char* list, std::size_t index) {
 struct LoadedSample {
     std::string path;
     int index;
+    bool hasConditions;
 };
 
 std::vector<LoadedSample> CheckSamples(const hxJson::Value& definition, CCheckReport& report) {
@@ -29,24 +31,26 @@ std::vector<LoadedSample> CheckSamples(const hxJson::Value& definition, CCheckRe
         for (std::size_t i = 0; i < samples.size(); ++i) {
             CSampleCheck check(report, Element(EngineKey::Samples, i));
             check.Check(samples[i]);
-            if (check.IsLoaded()) loaded.push_back({Element(EngineKey::Samples, i), check.Index()});
+            if (check.IsLoaded())
+                loaded.push_back(
+                    {Element(EngineKey::Samples, i), check.Index(), check.HasConditions()});
         }
     }
     if (loaded.empty()) report.Add(WholeDefinition, CheckMessage_NoSample);
     return loaded;
 }
 
-std::unordered_set<int> CheckSequences(const hxJson::Value& definition,
-                                       const std::vector<LoadedSample>& samples,
-                                       CCheckReport& report) {
+// The indexes that "sequences" names, in the order of trying.
+std::vector<int> CheckSequences(const hxJson::Value& definition,
+                                const std::vector<LoadedSample>& samples, CCheckReport& report) {
     std::unordered_set<int> indexes;
     for (const auto& sample : samples) indexes.insert(sample.index);
-    std::unordered_set<int> named;
+    std::vector<int> named;
     const auto& sequences = definition[EngineKey::Sequences];
     if (!HasShape(sequences, CheckShape_Array, report, EngineKey::Sequences)) return named;
     for (std::size_t i = 0; i < sequences.size(); ++i) {
         const int index = sequences[i].asInt();
-        named.insert(index);
+        named.push_back(index);
         if (indexes.count(index) == 0)
             report.Add(Element(EngineKey::Sequences, i), CheckMessage_NoSuchSample,
                        {std::to_string(index)});
@@ -54,18 +58,50 @@ std::unordered_set<int> CheckSequences(const hxJson::Value& definition,
     return named;
 }
 
+// The samples by their index, of several with one index the first: the others are never tried.
+std::unordered_map<int, const LoadedSample*> ByIndex(const std::vector<LoadedSample>& samples) {
+    std::unordered_map<int, const LoadedSample*> byIndex;
+    for (const auto& sample : samples) byIndex.emplace(sample.index, &sample);
+    return byIndex;
+}
+
+// The samples that some text gets as far as, and the one that goes on to none.
+struct Reach {
+    std::unordered_set<const LoadedSample*> tried;
+    const LoadedSample* taker = nullptr;
+};
+
+Reach FollowSequences(const std::unordered_map<int, const LoadedSample*>& byIndex,
+                      const std::vector<int>& named) {
+    Reach reach;
+    for (const int index : named) {
+        const auto at = byIndex.find(index);
+        if (at == byIndex.end()) continue;
+        reach.tried.insert(at->second);
+        if (at->second->hasConditions) continue;
+        reach.taker = at->second;
+        break;
+    }
+    return reach;
+}
+
 // The last sample reads what no other one fits; any other is found by its index in "sequences"
-// alone, and of several with one index the first is found.
-void CheckReach(const std::vector<LoadedSample>& samples, const std::unordered_set<int>& named,
+// alone. A sample without conditions leaves nothing to those behind it and to the last one.
+void CheckReach(const std::vector<LoadedSample>& samples, const std::vector<int>& named,
                 CCheckReport& report) {
-    std::unordered_set<int> earlier;
-    for (std::size_t i = 0; i + 1 < samples.size(); ++i) {
-        const auto& sample = samples[i];
-        if (named.count(sample.index) == 0)
+    const auto byIndex = ByIndex(samples);
+    const auto reach = FollowSequences(byIndex, named);
+    const std::unordered_set<int> namedOnes(named.begin(), named.end());
+    for (const auto& sample : samples) {
+        const bool isLast = &sample == &samples.back();
+        if (reach.tried.count(&sample) != 0) continue;
+        if (!isLast && namedOnes.count(sample.index) == 0)
             report.Add(sample.path, CheckMessage_SampleNotNamed, {std::to_string(sample.index)});
-        else if (earlier.count(sample.index) != 0)
+        else if (!isLast && byIndex.at(sample.index) != &sample)
             report.Add(sample.path, CheckMessage_SampleHidden, {std::to_string(sample.index)});
-        earlier.insert(sample.index);
+        else if (reach.taker != nullptr)
+            report.Add(sample.path, CheckMessage_SampleBehind,
+                       {std::to_string(reach.taker->index)});
     }
 }
 

@@ -5,6 +5,7 @@
 #include "host/text/asciicase.h"
 #include "tzparser/engine/checkshape.h"
 #include "tzparser/engine/enginekeys.h"
+#include "tzparser/engine/identifycheck.h"
 #include "tzparser/rule/appparserule.h"
 #include "tzparser/rule/rulekeys.h"
 
@@ -24,7 +25,11 @@ void CSampleCheck::Check(const hxJson::Value& element) {
         m_report.Add(m_path, CheckMessage_NoRule);
         return;
     }
-    if (!m_isLoaded) m_report.Add(m_path, CheckMessage_SampleDropped);
+    const bool isIdentifyJson = CheckIdentify(element, m_report, m_path);
+    if (!m_isLoaded) {
+        if (isIdentifyJson) m_report.Add(m_path, CheckMessage_SampleDropped);
+        return;
+    }
     hxJson::Value operations;
     const auto operationsPath = m_path + "." + RuleKey::Operations;
     if (HasShape(element[RuleKey::Operations], CheckShape_Array, m_report, operationsPath))

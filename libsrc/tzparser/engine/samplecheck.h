@@ -13,8 +13,9 @@
 class CStatementCheck;
 struct NIGroupInfo;
 
-// CSampleCheck checks one element of "samples": its rule document, rules, bounds, statements and
-// operations. It walks the document as the loader does and asks the loaded rules what they know.
+// CSampleCheck checks one element of "samples": its identify document, rule document, rules,
+// bounds, statements and operations. It walks the document as the loader does and asks the loaded
+// rules what they know.
 //
 //     CSampleCheck check(report, "samples[0]");
 //     check.Check(definition["samples"][0]);
@@ -28,9 +29,10 @@ public:
 
     void Check(const hxJson::Value& element);
 
-    // Whether the engine keeps the sample, and its index.
+    // Whether the engine keeps the sample, its index, and whether it leaves any text out.
     bool IsLoaded() const { return m_isLoaded; }
     int Index() const { return m_sample.GetIndex(); }
+    bool HasConditions() const { return m_sample.HasConditions(); }
 
 private:
     // An array of rule nodes, or a rule node by itself, on the way down.

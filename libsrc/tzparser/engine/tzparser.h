@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/json/hxjson.h"
+#include "tzparser/engine/samplechoice.h"
 #include "tzparser/value/appvariablevalue.h"
 #include "tzparser/variable/appvariabledef.h"
 
@@ -8,10 +9,12 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class CAppParseRule;
 class CAppParseRuleKeyWord;
+class CSampleChooser;
 class CTzParserSample;
 
 // CTzParser is the one object that a host makes for a parser definition: it picks the sample for a
@@ -23,10 +26,13 @@ class CTzParserSample;
 //     if (auto values = parser.Parse(text, error))
 //         use(values->GetChildValueByName("hostname")->GetVariableValue(0)->text);
 //
-// Any number of threads may call Parse, GetSampleParseRuleClone and GetVariableTree at once on one
-// object, as long as none is in SetParser or SetTableRowCountLimitForHash; two parses can't see
-// each other. A value tree needs neither the parser nor the definition any more. No operation
-// throws.
+// The sample for a text is the first in the order of "sequences" whose identify conditions all
+// hold. When there is none, the last one in "samples" serves, whether or not its conditions hold.
+//
+// Any number of threads may call Parse, Identify, GetSampleParseRuleClone and GetVariableTree at
+// once on one object, as long as none is in SetParser or SetTableRowCountLimitForHash; two parses
+// can't see each other. A value tree needs neither the parser nor the definition any more. No
+// operation throws, but for want of memory.
 //
 // All values share one frozen copy of the variable tree. A host that took the tree itself by
 // GetVariableTree may change it, so from then on each value gets a copy of the tree as it is at
@@ -55,6 +61,11 @@ public:
     std::shared_ptr<CAppParseRule> GetSampleParseRuleClone(const std::string& text,
                                                            std::string& error);
 
+    // Which sample Parse would use for the text, and why: for each sample that "sequences" names,
+    // the condition that the text fails. A sample that "sequences" names twice is tried once. It
+    // asks condition by condition, so it takes longer than the choice that Parse makes.
+    SampleChoice Identify(const std::string& text) const;
+
     // The variables that the samples' rules yield; null before SetParser.
     std::shared_ptr<CAppVariableDef> GetVariableTree() const;
 
@@ -66,6 +77,7 @@ private:
     static constexpr int DefaultRowCountLimit = 5000;
 
     void LoadSamples(const hxJson::Value& definition);
+    void MakeTrialOrder();
     std::shared_ptr<CTzParserSample> GetMatchedSample(const std::string& text) const;
     std::shared_ptr<CTzParserSample> GetSampleByIndex(int index) const;
     std::unique_ptr<CAppParseRule> MakeClone(const std::string& text, std::string& error) const;
@@ -82,6 +94,9 @@ private:
     std::vector<std::int32_t> m_sequences;  // in the order of trying, duplicates kept
     std::vector<std::shared_ptr<CTzParserSample>>
         m_samples;  // those that loaded, in document order
+    std::unordered_map<int, std::shared_ptr<CTzParserSample>> m_sampleByIndex;  // the first of each
+    std::vector<std::shared_ptr<CTzParserSample>> m_trialOrder;                 // each once
+    std::unique_ptr<const CSampleChooser> m_chooser;                            // over these
     std::shared_ptr<CAppVariableDef> m_varTree;
     std::shared_ptr<const CAppVariableDef> m_frozenTree;  // the same, which nobody can write
     mutable std::atomic<bool> m_isTreeHandedOut{false};

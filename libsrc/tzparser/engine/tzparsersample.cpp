@@ -36,7 +36,7 @@ bool CTzParserSample::LoadSample(const hxJson::Value& element) {
         working[RuleKey::Operations] = std::move(lowered);
     }
     m_index = element[EngineKey::Index].asInt();
-    return m_rule.Load(working);
+    return Load(working) && m_rule.Load(working);
 }
 
 CAppParseRule* CTzParserSample::CloneRule() {

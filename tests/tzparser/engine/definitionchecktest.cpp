@@ -7,7 +7,7 @@ namespace {
 struct Row {
     const char* name;
     const char* definition;
-    const char* wanted;  // "@" stands for the path of the first sample's rules
+    const char* wanted;  // "@" stands for the path of the first sample's rules, or as the rows say
 };
 
 std::string Found(const std::string& definition) {
@@ -18,12 +18,13 @@ std::string Found(const std::string& definition) {
 }
 
 template <std::size_t Count>
-void CheckAll(const Row (&rows)[Count], const std::string& before, const std::string& behind) {
+void CheckAll(const Row (&rows)[Count], const std::string& before, const std::string& behind,
+              const std::string& path = "samples[0].parserRules.parserule") {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         std::string wanted = row.wanted;
         for (auto at = wanted.find('@'); at != std::string::npos; at = wanted.find('@'))
-            wanted.replace(at, 1, "samples[0].parserRules.parserule");
+            wanted.replace(at, 1, path);
         EXPECT_EQ(Found(before + row.definition + behind), wanted);
     }
 }
@@ -59,19 +60,35 @@ TEST(DefinitionCheck, Documents) {
 TEST(DefinitionCheck, Samples) {
     const Row rows[] = {
         {"all reached",
-         R"("sequences":[2,1],"samples":[{"index":1,@},{"index":2,@},{"index":9,@}])", ""},
+         R"("sequences":[2,1],"samples":[{"index":1,#,@},{"index":2,#,@},{"index":9,@}])", ""},
         {"sequences names none", R"("sequences":[1,7],"samples":[{"index":1,@}])",
          "sequences[1]: No sample has the index 7.\n"},
         {"not named and not the last", R"("samples":[{"index":1,@},{"index":2,@}])",
          "samples[0]: \"sequences\" doesn't name the index 1, and the sample isn't the last: "
          "nothing reaches it.\n"},
         {"two of one index",
-         R"("sequences":[1],"samples":[{"index":1,@},{"index":1,@},{"index":1,@}])",
+         R"("sequences":[1],"samples":[{"index":1,#,@},{"index":1,@},{"index":1,@}])",
          "samples[1]: An earlier sample has the index 1, and this one isn't the last: nothing "
          "reaches it.\n"},
+        {"behind one without conditions",
+         R"("sequences":[1,2,3],"samples":[{"index":3,@},{"index":1,#,@},{"index":2,@},
+            {"index":4,@}])",
+         "samples[0]: The sample with the index 2 is tried first and, without conditions, fits "
+         "every text: nothing reaches this one.\n"
+         "samples[3]: The sample with the index 2 is tried first and, without conditions, fits "
+         "every text: nothing reaches this one.\n"},
+        {"the last is tried and is the catch-all too",
+         R"("sequences":[2,1],"samples":[{"index":1,@},{"index":2,#,@}])", ""},
+        {"a dropped sample doesn't count",
+         R"("sequences":[1,2],"samples":[{"index":1,"identify":"[",@},{"index":2,@}])",
+         "samples[0].identify, line 1, column 2: This is not JSON, so the sample is dropped: A "
+         "value was expected.\n"
+         "    [\n"
+         "     ^\n"
+         "sequences[0]: No sample has the index 1.\n"},
         {"no rules",
-         R"("sequences":[1,2,3],"samples":[{"index":1},{"index":2,"parserRules":{"parserule":[]}},
-            {"index":3,"parserRules":"[1]"},4])",
+         R"("sequences":[1,2,3],"samples":[{"index":1,#},{"index":2,#,"parserRules":
+            {"parserule":[]}},{"index":3,#,"parserRules":"[1]"},4])",
          "samples[0]: The sample has no rule, so every parse with it fails.\n"
          "samples[1]: The sample has no rule, so every parse with it fails.\n"
          "samples[2].parserRules: This is not an object and is ignored.\n"
@@ -84,8 +101,52 @@ TEST(DefinitionCheck, Samples) {
         std::string definition = row.definition;
         for (auto at = definition.find('@'); at != std::string::npos; at = definition.find('@'))
             definition.replace(at, 1, R"("parserRules":{"parserule":[{}]})");
+        for (auto at = definition.find('#'); at != std::string::npos; at = definition.find('#'))
+            definition.replace(at, 1,
+                               R"("identify":{"ConfigKey":{"MustConditions":{"Item":[
+                               {"@Index":1,"@Type":1,"@Value":"x"}]}}})");
         EXPECT_EQ(Found("{" + definition + "}"), row.wanted);
     }
+}
+
+TEST(DefinitionCheck, IdentifyDocuments) {
+    const Row rows[] = {
+        {"sound", R"({"ConfigKey":{"MustConditions":{"Item":[{"@Index":1,"@Type":1,"@Value":"a"}]},
+            "OptionalConditions":{"Item":[{"@Index":1,"@Type":3,"@Value":"a"}]}}})",
+         ""},
+        {"nothing in it", R"("{}")", ""},
+        {"no ConfigKey", R"({"MustConditions":{"Item":[]}})",
+         "@: There is no \"ConfigKey\", so the sample has no conditions and fits every text.\n"},
+        {"shapes", R"({"ConfigKey":{"MustConditions":{"Item":{"@Index":1}},
+            "OptionalConditions":[{"@Index":1}]}})",
+         "@.ConfigKey.MustConditions.Item: This is not an array and is ignored.\n"
+         "@.ConfigKey.OptionalConditions: This is not an object and is ignored.\n"},
+        {"no object", R"("[1]")", "@: This is not an object and is ignored.\n"},
+        {"ConfigKey is a text", R"({"ConfigKey":"x"})",
+         "@.ConfigKey: This is not an object and is ignored.\n"},
+        {"conditions", R"({"ConfigKey":{"OptionalConditions":{"Item":[
+            {"@Index":1,"@Type":7,"@Value":"a"},{"@Index":1,"@Type":3,"@Value":"Version (\\d"},
+            {"@Index":1,"@Type":4,"@Value":"[a-Z]"},{"@Index":1,"@Type":0,"@Value":" ; "},
+            {"@Index":1,"@Type":1,"@Value":"a"},{"@Index":2,"@Type":2,"@Value":""}]}}})",
+         "@.ConfigKey.OptionalConditions.Item[0]: No kind of condition has the type 7; the "
+         "condition is left out, and the sample fits more texts.\n"
+         "@.ConfigKey.OptionalConditions.Item[1]: The expression doesn't compile; the condition is "
+         "left out, and the sample fits more texts. Unmatched marking parenthesis ( or \\(.\n"
+         "    Version (\\d\n"
+         "               ^\n"
+         "@.ConfigKey.OptionalConditions.Item[2]: The expression doesn't compile; the condition is "
+         "left out, and the sample fits more texts. It only compiles when case is ignored.\n"
+         "    [a-Z]\n"
+         "    ^\n"
+         "@.ConfigKey.OptionalConditions.Item[3]: The value holds no string, so the sample fits no "
+         "text.\n"
+         "@.ConfigKey.OptionalConditions.Item[4]: An earlier condition of the list has the index "
+         "1; this one is left out, and the sample fits more texts.\n"
+         "@.ConfigKey.OptionalConditions.Item[5]: The value holds no string, so the condition "
+         "holds for every text.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"identify":)", R"(,"parserRules":{"parserule":[{}]}}]})",
+             "samples[0].identify");
 }
 
 TEST(DefinitionCheck, RuleNodes) {

@@ -102,6 +102,117 @@ TEST(TzParser, SamplesShareOneTree) {
         << "the last sample is used";
 }
 
+// A sample whose rule finds its own name in the text "I am", on condition of the words.
+std::string NamedSample(int index, const std::string& identify) {
+    const auto number = std::to_string(index);
+    return "{\"index\":" + number + (identify.empty() ? "" : ",\"identify\":" + identify) +
+           ",\"parserRules\":{\"parserule\":{\"keywords\":{\"keyword\":[\"$s" + number +
+           "(I am|_)\"]}}}}";
+}
+
+std::string OnWords(const std::string& words) {
+    return R"({"ConfigKey":{"MustConditions":{"Item":[{"@Index":1,"@Type":1,"@Value":")" + words +
+           R"("}]}}})";
+}
+
+std::string DumpChoice(const SampleChoice& choice) {
+    const char* const reasons[] = {"none", "matched", "catch-all", "only"};
+    std::string dump = reasons[choice.reason] + (" " + std::to_string(choice.index));
+    for (const auto& trial : choice.trials) {
+        dump += ", " + std::to_string(trial.index) + " ";
+        dump += trial.failed ? "lacks " + trial.failed->value : "fits";
+    }
+    return dump;
+}
+
+TEST(TzParser, ChoosesSamplesInTheOrderOfSequences) {
+    const auto broken = hxJson::Value("{").toString();
+    struct Row {
+        const char* name;
+        const char* sequences;
+        std::vector<std::pair<int, std::string>> samples;
+        const char* choice;
+    };
+    const Row rows[] = {
+        {"the first that fits",
+         "[3,1,2]",
+         {{1, OnWords("I")}, {2, ""}, {3, OnWords("it")}},
+         "matched 1, 3 lacks it, 1 fits"},
+        {"no sequences, no trial", "[]", {{1, ""}, {2, ""}, {3, OnWords("it")}}, "catch-all 3"},
+        {"sequences are no array", "{\"a\":1}", {{1, ""}, {2, OnWords("it")}}, "catch-all 2"},
+        {"a missing sample is skipped",
+         "[5,2]",
+         {{2, OnWords("it")}, {7, OnWords("he")}},
+         "catch-all 7, 2 lacks it"},
+        {"the catch-all isn't tested",
+         "[7]",
+         {{7, OnWords("it")}, {2, OnWords("he")}},
+         "catch-all 2, 7 lacks it"},
+        {"the catch-all may have failed before",
+         "[2,1]",
+         {{1, OnWords("it")}, {2, OnWords("he")}},
+         "catch-all 2, 2 lacks he, 1 lacks it"},
+        {"a single sample that doesn't fit", "[1]", {{1, OnWords("it")}}, "only 1, 1 lacks it"},
+        {"a broken identify text drops its sample",
+         "[1,2]",
+         {{1, broken}, {2, ""}},
+         "matched 2, 2 fits"},
+        {"of one index the first counts",
+         "[1]",
+         {{1, OnWords("it")}, {1, ""}, {2, ""}},
+         "catch-all 2, 1 lacks it"},
+        {"duplicates and texts",
+         "[1,\"1\",2]",
+         {{1, OnWords("it")}, {2, ""}},
+         "matched 2, 1 lacks it, 2 fits"},
+        {"nothing loads", "[1]", {{1, broken}}, "none -1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string samples;
+        for (const auto& [index, identify] : row.samples)
+            samples += (samples.empty() ? "" : ",") + NamedSample(index, identify);
+        CTzParser parser;
+        parser.SetParser(ParseJson("{\"sequences\":" + std::string(row.sequences) +
+                                   ",\"samples\":[" + samples + "]}"));
+        const auto choice = parser.Identify("I am");
+        EXPECT_EQ(DumpChoice(choice), row.choice);
+        std::string error;
+        const auto values = parser.Parse("I am", error);
+        ASSERT_EQ(values == nullptr, choice.reason == SampleChoice_None);
+        if (!values) continue;
+        auto* mine = values->GetChildValueByName("s" + std::to_string(choice.index));
+        EXPECT_EQ(DumpLets(mine->GetValues()), "0:0-4 \"I am\"");
+    }
+}
+
+TEST(TzParser, TellsTheConditionThatFails) {
+    CTzParser parser;
+    parser.SetParser(ParseJson("{\"sequences\":[4],\"samples\":[" +
+                               NamedSample(4, R"({"ConfigKey":{"MustConditions":{"Item":[
+            {"@Index":2,"@Type":2,"@Value":"a"}]},"OptionalConditions":{"Item":[
+            {"@Index":-5,"@Type":3,"@Value":"b+"}]}}})") +
+                               "]}"));
+    const auto failedOf = [&parser](const char* text) {
+        const auto failed = parser.Identify(text).trials.at(0).failed.value();
+        return (failed.isOptional ? "optional " : "must ") + std::to_string(failed.index) + " " +
+               std::to_string(failed.type) + " " + failed.typeName + ": " + failed.value;
+    };
+    EXPECT_EQ(failedOf("ab"), "must 2 2 Contain none of the strings: a");
+    EXPECT_EQ(failedOf("x"), "optional -5 3 Match the regular expression: b+");
+}
+
+TEST(TzParser, ASecondDefinitionIsChosenFromByItself) {
+    CTzParser parser;
+    parser.SetParser(ParseJson("{\"sequences\":[1],\"samples\":[" + NamedSample(1, OnWords("I")) +
+                               "," + NamedSample(2, "") + "]}"));
+    EXPECT_EQ(DumpChoice(parser.Identify("I")), "matched 1, 1 fits");
+    parser.SetParser(ParseJson("{\"sequences\":[2],\"samples\":[" + NamedSample(2, "") + "]}"));
+    EXPECT_EQ(DumpChoice(parser.Identify("I")), "matched 2, 2 fits");
+    parser.SetParser(hxJson::Value());
+    EXPECT_EQ(DumpChoice(parser.Identify("I")), "none -1");
+}
+
 TEST(TzParser, KeysOfRuleDocumentsHaveAnyCaseAndTextsKeepTheirs) {
     CTzParser parser;
     ASSERT_TRUE(
