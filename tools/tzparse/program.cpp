@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include "checkcommand.h"
+#include "identifycommand.h"
 #include "parsecommand.h"
 #include "schemacommand.h"
 
@@ -26,6 +27,7 @@ Commands MakeCommands(CLI::App& app) {
     Commands commands;
     commands.push_back(std::make_unique<CParseCommand>(app));
     commands.push_back(std::make_unique<CSchemaCommand>(app));
+    commands.push_back(std::make_unique<CIdentifyCommand>(app));
     commands.push_back(std::make_unique<CCheckCommand>(app));
     app.set_version_flag(VersionFlags, Version, VersionHelp);
     for (auto* command : app.get_subcommands(nullptr))
