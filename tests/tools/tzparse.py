@@ -139,6 +139,43 @@ class TzparseTest(unittest.TestCase):
         self.assertEqual((run.status, run.out), (1, b""))
         self.assertIn("parse failed when using parser rules. reseason:", run.err)
 
+    def test_diff(self):
+        document = self.file("d.json", definition("^up $int:up", "^host $host"))
+        old = self.file("old.txt", b"up 5\nhost a\"b\n")
+        new = self.file("new.txt", b"host a\"b\nup 6\n")
+        same = Run("diff", document, old, old)
+        self.assertEqual((same.status, same.out), (0, b""))
+        run = Run("diff", document, old, new)
+        self.assertEqual((run.status, run.out), (1, b'~ up: "5" -> "6"\n'))
+        run = Run("diff", document, old, "-", "--format=json", stdin=b"host c")
+        self.assertEqual(json.loads(run.out), [
+            {"kind": "changed", "variable": "up", "old": "5", "new": None, "oldLine": 0, "newLine": None},
+            {"kind": "changed", "variable": "host", "old": 'a"b', "new": "c", "oldLine": 1, "newLine": 0}])
+        empty = self.file("e.json", b'{"samples": []}')
+        self.fails(2, "cannot find matched parser.", "diff", empty, old, new)
+        self.fails(2, "only one of", "diff", document, "-", "-")
+
+    def test_records(self):
+        document = self.file("d.json", definition("^up $int:up", "^host $host"))
+        record = Run("parse", document, "-", "--format=record", stdin=b"up 5\nhost x").out
+        self.assertEqual(record[:1], b"\x01")
+        self.assertEqual(json.loads(Run("record", "-", stdin=record).out), {"up": 5, "host": "x"})
+        file = self.file("r.bin", record)
+        self.assertEqual(json.loads(Run("record", file, "--variable", "up").out), 5)
+        self.fails(1, "no variable", "record", file, "--variable", "down")
+        for cut in (b"", record[:1], record[:-1], b"\x02" + record[1:]):
+            with self.subTest(cut=cut):
+                self.assertEqual(Run("record", "-", stdin=cut).status, 1)
+
+    def test_inventory(self):
+        folder = self.folder / "inventories"
+        rows = b"device,interface,ip\r\nr1,GigabitEthernet0/1,192.0.2.1/24\nr1,Loopback0,\n"
+        run = Run("inventory", "import", "-", "--tenant", "acme", "--inventory", folder, stdin=rows)
+        self.assertEqual((run.status, run.out), (0, b"2 interfaces, 1 addresses\n"))
+        bad = self.file("bad.csv", b"device,interface,ip\nr1,Lo0,192.0.2.300\n")
+        self.fails(2, "line 2", "inventory", "import", bad, "--tenant", "acme", "--inventory", folder)
+        self.fails(2, "--tenant", "inventory", "import", bad)
+
     def test_tree_and_access(self):
         document = definition("^up $int:up", accessType=0)
         tree = self.values(document, b"up 5", "--format", "tree")

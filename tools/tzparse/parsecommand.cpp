@@ -1,10 +1,14 @@
 #include "parsecommand.h"
 
+#include "host/store/inventory.h"
+#include "tzparser/engine/parserhelper.h"
 #include "tzparser/engine/tzparser.h"
 #include "tzparser/rule/appparserule.h"
 
 #include "definitionfile.h"
 #include "inputfile.h"
+#include "inventorycommand.h"
+#include "recordformat.h"
 #include "resultformat.h"
 #include "treeformat.h"
 #include "valueformat.h"
@@ -28,6 +32,7 @@ struct Format {
 const std::map<std::string, Format>& Formats() {
     static const std::map<std::string, Format> formats = {{"json", {&WriteValues, nullptr}},
                                                           {"tree", {&WriteTree, nullptr}},
+                                                          {"record", {&WriteRecord, nullptr}},
                                                           {"result", {nullptr, &WriteResultJson}},
                                                           {"xml", {nullptr, &WriteResultXml}}};
     return formats;
@@ -57,7 +62,8 @@ std::shared_ptr<CAppParseRule> RunRules(CTzParser& parser, const std::string& te
 
 CParseCommand::CParseCommand(CLI::App& app)
     : m_command(app.add_subcommand("parse", "Parse a text and print its values")),
-      m_format("json") {
+      m_format("json"),
+      m_inventory(DefaultInventoryFolder) {
     m_command->add_option("DEFINITION", m_definition, "The parser definition; - is standard input")
         ->required()
         ->option_text(" ");
@@ -70,11 +76,21 @@ CParseCommand::CParseCommand(CLI::App& app)
             "json: typed values, the default; tree: all nodes with spans; result, xml: what "
             "each rule found, as JSON and as XML")
         ->check(CLI::IsMember(&Formats()))
-        ->option_text("json|tree|result|xml");
+        ->option_text("json|tree|record|result|xml");
     m_command
         ->add_option("--access", m_access,
                      "Use N as the definition's accessType; 16 adds the built-in properties")
         ->option_text("N");
+    m_command
+        ->add_option("--device", m_device,
+                     "Write interface names of tables in full, as the inventory has this device")
+        ->option_text("ID");
+    m_command->add_option("--tenant", m_tenant, "The tenant whose inventory knows the device")
+        ->option_text("NAME");
+    m_command
+        ->add_option("--inventory", m_inventory,
+                     "The folder of the inventories, \"inventory\" by default")
+        ->option_text("FOLDER");
 }
 
 bool CParseCommand::IsChosen() const {
@@ -91,9 +107,13 @@ ExitStatus_e CParseCommand::Run(COutputWriter& out) const {
     CTzParser parser;
     parser.SetParser(definition);
     const auto& format = Formats().at(m_format);
-    if (format.writeValues != nullptr)
-        format.writeValues(*ParseValues(parser, ReadInput(m_text)), out);
-    else
+    if (format.writeRules != nullptr) {
         format.writeRules(*RunRules(parser, ReadInput(m_text)), out);
+        return ExitStatus_Ok;
+    }
+    const auto values = ParseValues(parser, ReadInput(m_text));
+    SetInventoryFolder(m_inventory);
+    CParserHelper::ProcessAllInterfaceNameToFullName(values.get(), m_device, m_tenant);
+    format.writeValues(*values, out);
     return ExitStatus_Ok;
 }

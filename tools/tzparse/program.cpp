@@ -1,8 +1,11 @@
 #include "program.h"
 
 #include "checkcommand.h"
+#include "diffcommand.h"
 #include "identifycommand.h"
+#include "inventorycommand.h"
 #include "parsecommand.h"
+#include "recordcommand.h"
 #include "schemacommand.h"
 
 #include <exception>
@@ -29,6 +32,9 @@ Commands MakeCommands(CLI::App& app) {
     commands.push_back(std::make_unique<CSchemaCommand>(app));
     commands.push_back(std::make_unique<CIdentifyCommand>(app));
     commands.push_back(std::make_unique<CCheckCommand>(app));
+    commands.push_back(std::make_unique<CDiffCommand>(app));
+    commands.push_back(std::make_unique<CRecordCommand>(app));
+    commands.push_back(std::make_unique<CInventoryCommand>(app));
     app.set_version_flag(VersionFlags, Version, VersionHelp);
     for (auto* command : app.get_subcommands(nullptr))
         command->set_version_flag(VersionFlags, Version, VersionHelp);

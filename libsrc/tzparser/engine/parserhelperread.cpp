@@ -25,8 +25,9 @@ public:
     CNodeSchema(const hxJson::Value* elements, const hxJson::Value* attributes) {
         m_isSchema = elements != nullptr && elements->isArray() && Take(*elements);
         if (attributes == nullptr || !attributes->isArray()) return;
-        m_attributes = attributes->size();
+        const auto columns = m_plain.size();
         m_isSchema = m_isSchema && Take(*attributes);
+        m_attributes = m_plain.size() - columns;
     }
 
     bool IsSchema() const { return m_isSchema; }
@@ -70,7 +71,7 @@ private:
     }
 
     bool m_isSchema = false;
-    std::size_t m_attributes = 0;
+    std::size_t m_attributes = 0;  // how many at the end of the plain ones are attributes
     std::vector<const hxJson::Value*> m_plain;
     std::vector<const hxJson::Value*> m_tables;
 };
