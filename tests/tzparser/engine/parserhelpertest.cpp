@@ -510,6 +510,12 @@ TEST(ParserHelper, ReadsRecordsWhoseHeaderIsNoSchema) {
                   "[\"core1\",86400,[[\"192.0.2.0/24\",\"198.51.100.0/24\"],[10,200]]]")
             << header;
     }
+    const auto odd =
+        Record(*example.root,
+               "[{\"name\":\"host\"},{\"name\":\"uptime\"},{\"name\":\"routes\",\"column\":[],"
+               "\"attributes\":[{\"name\":\"a\",\"column\":[]}]}]");
+    EXPECT_TRUE(CParserHelper::ReadVariable(odd, "routes", value, error));
+    EXPECT_TRUE(value.isArray()) << "an attribute that is a table";
     const auto record = Record(*example.root, "[{\"name\":\"only\"}]");
     EXPECT_TRUE(CParserHelper::RecordToJson(record, value, error)) << "a schema that doesn't fit";
     EXPECT_TRUE(value.isArray());
