@@ -216,7 +216,9 @@ bool CParserHelper::GetParserData(const CAppVariableValue& value, const std::str
     index.PackText(header);
     CInterfaceNames names(deviceId, tenant);
     SerializeParserDataToMsgPack(value, index, data, deviceId, names.Management());
-    out = index.Take();
+    out.clear();
+    out.reserve(index.Bytes().size() + data.Bytes().size());
+    out += index.Bytes();
     out += data.Bytes();
     return true;
 }

@@ -9,29 +9,18 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <string>
 #include <string_view>
-#include <utility>
 
 #include <msgpack/pack.hpp>
+#include <msgpack/sbuffer.hpp>
 
-// What msgpack's packer writes to.
-class CParserHelperBytes {
+// The buffer grows by reallocation, which moves the pages of a large record and copies nothing.
+class CParserHelper::CPacker : private msgpack::sbuffer, public msgpack::packer<msgpack::sbuffer> {
 public:
-    void write(const char* bytes, std::size_t length) { m_bytes.append(bytes, length); }
+    CPacker() : msgpack::packer<msgpack::sbuffer>(static_cast<msgpack::sbuffer&>(*this)) {}
 
-protected:
-    std::string m_bytes;
-};
-
-class CParserHelper::CPacker : private CParserHelperBytes,
-                               public msgpack::packer<CParserHelperBytes> {
-public:
-    CPacker() : msgpack::packer<CParserHelperBytes>(static_cast<CParserHelperBytes&>(*this)) {}
-
-    const std::string& Bytes() const { return m_bytes; }
-    // Moves the bytes out.
-    std::string Take() { return std::move(m_bytes); }
+    // All that was packed; valid until more is.
+    std::string_view Bytes() const { return {data(), size()}; }
 
     // The header of a node with so many elements.
     void PackArrayHeader(std::size_t count) { pack_array(Length(count)); }
