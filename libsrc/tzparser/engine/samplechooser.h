@@ -25,7 +25,7 @@ class TZPARSER_API CSampleChooser {
 public:
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
     // With fewer strings in all, each is searched by itself.
-    static constexpr std::size_t FewStrings = 8;
+    static constexpr std::size_t FewStrings = 16;
 
     explicit CSampleChooser(const std::vector<const CCanvasNodeCmdSampleIdentify*>& samples);
 

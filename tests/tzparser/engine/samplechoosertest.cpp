@@ -108,18 +108,24 @@ TEST(SampleChooser, ChoosesTheFirstThatFits) {
     std::mt19937 random(3);
     const char* const expressions[] = {"a+b", "^c", "bb$", "[^c]{4}", "(a|b)c"};
     int chosen = 0;
-    for (int round = 0; round < 1000; ++round) {
+    int searchedAtOnce = 0;
+    for (int round = 0; round < 600; ++round) {
         std::vector<std::unique_ptr<Identify>> samples;
         std::vector<const Identify*> pointers;
-        for (std::size_t i = random() % 6; i-- > 0;) {
+        std::set<std::string> strings;
+        for (std::size_t i = random() % 40; i-- > 0;) {
             auto& identify = *samples.emplace_back(std::make_unique<Identify>());
             for (int index = static_cast<int>(random() % 4); index-- > 0;) {
                 auto condition =
                     SampleIdentifyConditionFactory().Create(static_cast<int>(random() % 5));
                 std::string value;
                 for (std::size_t count = random() % 4; count-- > 0;)
-                    value += RandomText(random, 3, 3) + ";";
+                    value += RandomText(random, 4, 3) + ";";
                 condition->SetValue(condition->GetType() < 3 ? value : expressions[random() % 5]);
+                const auto* onStrings =
+                    dynamic_cast<const CCanvasNodeCmdSampleIdentifyConditionStr*>(condition.get());
+                if (onStrings != nullptr)
+                    strings.insert(onStrings->GetStrings().begin(), onStrings->GetStrings().end());
                 if (random() % 2 == 0)
                     identify.SetMustCondition(index, condition.release(), false);
                 else
@@ -128,6 +134,7 @@ TEST(SampleChooser, ChoosesTheFirstThatFits) {
             pointers.push_back(&identify);
         }
         const CSampleChooser chooser(pointers);
+        searchedAtOnce += strings.size() >= CSampleChooser::FewStrings ? 1 : 0;
         for (int i = 0; i < 5; ++i) {
             const auto text = RandomText(random, 12, 3);
             std::size_t wanted = CSampleChooser::None;
@@ -138,6 +145,8 @@ TEST(SampleChooser, ChoosesTheFirstThatFits) {
         }
     }
     EXPECT_GT(chosen, 200) << "the rounds must not be trivial";
+    EXPECT_GT(searchedAtOnce, 200);
+    EXPECT_LT(searchedAtOnce, 400);
 }
 
 }  // namespace
