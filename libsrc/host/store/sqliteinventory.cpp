@@ -31,14 +31,15 @@ std::string Encoded(const std::string& tenant) {
 }
 
 // SQLite takes some beginnings of names for more than names.
-std::string AsPath(std::string folder) {
-    return folder.empty() || folder.front() == '/' ? folder : "./" + folder;
+std::string AsPath(const std::string& folder) {
+    const bool isPlain = folder.empty() || folder.front() == '/';
+    return (isPlain ? std::string() : std::string("./")).append(folder);
 }
 
 }  // namespace
 
-CSqliteInventory::CSqliteInventory(std::string folder, int patience)
-    : m_folder(AsPath(std::move(folder))), m_patience(patience) {}
+CSqliteInventory::CSqliteInventory(const std::string& folder, int patience)
+    : m_folder(AsPath(folder)), m_patience(patience) {}
 
 CSqliteInventory::~CSqliteInventory() = default;
 

@@ -35,7 +35,7 @@ class TZPARSER_API CSqliteInventory : public IInventory {
 public:
     // The folder isn't looked at here. It must be there when the first file is made. `patience` is
     // how long an operation waits for somebody else's lock, in milliseconds.
-    explicit CSqliteInventory(std::string folder, int patience = 10000);
+    explicit CSqliteInventory(const std::string& folder, int patience = 10000);
     ~CSqliteInventory() override;
 
     InventoryAnswer_e FindInterface(const std::string& tenant, const std::string& device,
