@@ -139,6 +139,27 @@ class TzparseTest(unittest.TestCase):
         self.assertEqual((run.status, run.out), (1, b""))
         self.assertIn("parse failed when using parser rules. reseason:", run.err)
 
+    def test_identify(self):
+        def sample(index, value):
+            item = {"@Index": 0, "@Type": 1, "@Value": value}
+            return {"index": index, "identify": {"ConfigKey": {"MustConditions": {"Item": [item]}}},
+                    "parserRules": {"parserule": [{"keywords": {"keyword": ["^up $up"]}}]}}
+        document = json.dumps({"sequences": [1, 2], "samples": [sample(1, "IOS"), sample(2, "EOS")]})
+        document = self.file("d.json", document.encode())
+        for text, status, chosen, reason in [(b"EOS up", 0, 2, "matched"), (b"IOS EOS", 0, 1, "matched"),
+                                             (b"none", 0, 2, "catch-all")]:
+            with self.subTest(text=text):
+                run = Run("identify", document, "-", "--format=json", stdin=text)
+                answer = json.loads(run.out)
+                self.assertEqual((run.status, answer["sample"], answer["reason"]), (status, chosen, reason))
+        self.assertEqual([trial["failed"]["value"] for trial in answer["tried"]], ["IOS", "EOS"])
+        words = Run("identify", document, "-", stdin=b"EOS").out.decode()
+        self.assertIn("sample 1: must condition 0 fails: Contain all of strings: IOS\n", words)
+        self.assertIn("chosen: sample 2", words)
+        self.assertEqual(Run("identify", self.file("e.json", b"{}"), "-", stdin=b"x").status, 1)
+        self.fails(2, "only one of", "identify", "-", "-")
+        self.fails(2, "xml", "identify", document, "-", "--format", "xml")
+
     def test_diff(self):
         document = self.file("d.json", definition("^up $int:up", "^host $host"))
         old = self.file("old.txt", b"up 5\nhost a\"b\n")
