@@ -14,6 +14,7 @@ set(TZ_FLOORS
     tzparser/pattern
     tzparser/rule
     tzparser/keyword
+    tzparser/select
     tzparser/value
     tzparser/engine)
 

@@ -60,6 +60,8 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
     {CheckMessage_RuleNotObject,
      "The rule is not an object; it is taken for a keyword rule without statements."},
     {CheckMessage_BelowKeyWord, "Rules below a keyword rule never run."},
+    {CheckMessage_NotForFilter, "A filter takes no bounds and no operations; this is ignored."},
+    {CheckMessage_FilterPatternBroken, "The pattern doesn't compile and fits no line. {0}"},
     {CheckMessage_UnknownBound, "No bound has the type {0}, so the rule never runs."},
     {CheckMessage_BoundWithoutVariable,
      "The bound names no variable (\"text\"), so the rule never runs."},

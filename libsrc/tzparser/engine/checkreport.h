@@ -37,6 +37,8 @@ enum CheckMessage_e {
     CheckMessage_NeedsArray,
     CheckMessage_RuleNotObject,
     CheckMessage_BelowKeyWord,
+    CheckMessage_NotForFilter,
+    CheckMessage_FilterPatternBroken,
     // Bounds.
     CheckMessage_UnknownBound,
     CheckMessage_BoundWithoutVariable,

@@ -1,6 +1,7 @@
 #include "tzparser/rule/ruleediting.h"
 
 #include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/select/appparserulefilter.h"
 
 namespace {
 
@@ -50,6 +51,10 @@ void RenameKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& from,
     }
 }
 
+void RenameFilter(CAppParseRuleFilter& rule, const std::string& from, const std::string& to) {
+    if (ShortName(from) == rule.GetName()) rule.SetName(ShortName(to));
+}
+
 }  // namespace
 
 void DeleteRuleVariable(CAppParseRule* owner, const std::string& name) {
@@ -62,4 +67,6 @@ void DeleteRuleVariable(CAppParseRule* owner, const std::string& name) {
 void RenameRuleVariable(CAppParseRule* owner, const std::string& from, const std::string& to) {
     if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
         RenameKeyWordVariable(*keyword, from, to);
+    else if (auto* filter = dynamic_cast<CAppParseRuleFilter*>(owner))
+        RenameFilter(*filter, from, to);
 }

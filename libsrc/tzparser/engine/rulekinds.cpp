@@ -1,6 +1,7 @@
 // The table of rule kinds: the one place that knows them all.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/rule/rulefactory.h"
+#include "tzparser/select/appparserulefilter.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ struct RuleKind {
 
 constexpr RuleKind RuleKinds[] = {
     {RuleType_KeyWord, false, &Make<CAppParseRuleKeyWord>},
+    {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
 };
 
 }  // namespace

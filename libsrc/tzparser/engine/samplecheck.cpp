@@ -120,11 +120,15 @@ bool CSampleCheck::CheckKind(const hxJson::Value& node, const Level& level,
 }
 
 void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path) {
+    const int type = hxJson::Value(node[RuleKey::Type].asString()).asInt();
+    if (type == RuleType_Filter) {
+        CheckFilter(node, path);
+        return;
+    }
     CheckBound(node[RuleKey::NiStart], path + "." + RuleKey::NiStart);
     CheckBound(node[RuleKey::NiEnd], path + "." + RuleKey::NiEnd);
     const auto operationsPath = path + "." + RuleKey::Operations;
     if (HasShape(node[RuleKey::Operations], CheckShape_Array, m_report, operationsPath))
         CheckOperations(node[RuleKey::Operations], operationsPath);
-    const int type = hxJson::Value(node[RuleKey::Type].asString()).asInt();
     if (type == RuleType_KeyWord) CheckKeyWords(node, path);
 }

@@ -58,6 +58,10 @@ private:
     void CheckVariableBound(const NIGroupInfo& bound, const std::string& path);
     void CheckPatternBound(const NIGroupInfo& bound, const std::string& path);
 
+    void CheckPattern(const std::string& pattern, const std::string& path, CheckMessage_e broken);
+    void CheckFilter(const hxJson::Value& node, const std::string& path);
+    void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
+                          const std::string& path);
     void CheckKeyWords(const hxJson::Value& node, const std::string& path);
     void CheckStatement(const CStatementCheck& check, const std::string& path);
     void CheckYield(const CStatementCheck& check, const std::string& path);

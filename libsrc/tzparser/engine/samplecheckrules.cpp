@@ -8,6 +8,7 @@
 #include "tzparser/rule/nigroupinfo.h"
 #include "tzparser/rule/rulekeys.h"
 #include "tzparser/rule/searchreplaceoperation.h"
+#include "tzparser/select/filterkeys.h"
 
 #include <algorithm>
 #include <array>
@@ -74,14 +75,19 @@ void CSampleCheck::CheckVariableBound(const NIGroupInfo& bound, const std::strin
         m_report.Add(path, CheckMessage_BoundVariableUnknown, {bound.m_xxid, bound.m_text});
 }
 
-// A pattern that is no statement is searched for as it stands, which is right for a plain text but
-// not for a broken expression.
 void CSampleCheck::CheckPatternBound(const NIGroupInfo& bound, const std::string& path) {
     if (bound.m_pattern.empty()) {
         m_report.Add(path, CheckMessage_PatternEmpty);
         return;
     }
-    const CStatementCheck check(bound.m_pattern);
+    CheckPattern(bound.m_pattern, path, CheckMessage_PatternBroken);
+}
+
+// A pattern that is no statement is searched for as it stands, which is right for a plain text but
+// not for a broken expression.
+void CSampleCheck::CheckPattern(const std::string& pattern, const std::string& path,
+                                CheckMessage_e broken) {
+    const CStatementCheck check(pattern);
     if (!check.IsValid()) {
         if (!check.HasMarker()) return;
         const auto fault = check.WhyInvalid();
@@ -91,8 +97,39 @@ void CSampleCheck::CheckPatternBound(const NIGroupInfo& bound, const std::string
     }
     const auto fault = check.WhyBroken();
     if (!fault.reason.empty())
-        m_report.Add(path, CheckMessage_PatternBroken, {fault.reason}, check.Statement(),
-                     fault.caret);
+        m_report.Add(path, broken, {fault.reason}, check.Statement(), fault.caret);
+}
+
+// A begin line with global variables gets its expression from each parse.
+void CSampleCheck::CheckFilter(const hxJson::Value& node, const std::string& path) {
+    for (const auto* key : {RuleKey::NiStart, RuleKey::NiEnd, RuleKey::Operations})
+        if (!node[key].empty()) m_report.Add(path + "." + key, CheckMessage_NotForFilter);
+    const auto check = [&](const char* key) {
+        const auto pattern = node[key].asString();
+        if (!pattern.empty() && pattern.find("$$") == std::string::npos)
+            CheckPattern(pattern, path + "." + key, CheckMessage_FilterPatternBroken);
+    };
+    check(FilterKey::StartLine);
+    check(FilterKey::EndLine);
+    CheckFilterLines(node, FilterKey::IncludeLines, FilterKey::IncludeLine, path);
+    CheckFilterLines(node, FilterKey::ExcludeLines, FilterKey::ExcludeLine, path);
+}
+
+void CSampleCheck::CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
+                                    const std::string& path) {
+    const auto holderPath = path + "." + holder;
+    if (!HasShape(node[holder], CheckShape_Object, m_report, holderPath)) return;
+    const auto& lines = node[holder][key];
+    const auto listPath = holderPath + "." + key;
+    if (!lines.isArray()) {
+        if (!lines.asString().empty())
+            CheckPattern(lines.asString(), listPath, CheckMessage_FilterPatternBroken);
+        return;
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (!lines[i].asString().empty())
+            CheckPattern(lines[i].asString(), Element(listPath, i),
+                         CheckMessage_FilterPatternBroken);
 }
 
 // The list under a key such as "keywords": { "keyword": [...] }; null when there is none. The path

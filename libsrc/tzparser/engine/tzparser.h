@@ -89,6 +89,7 @@ private:
     void CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool inTable) const;
     void AddSampleVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     static std::string GeneratePythonName(const std::string& name);
 
     std::vector<std::int32_t> m_sequences;  // in the order of trying, duplicates kept

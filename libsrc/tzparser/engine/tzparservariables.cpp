@@ -5,6 +5,7 @@
 #include "tzparser/engine/tzparsersample.h"
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/pattern/parserpatternhelper.h"
+#include "tzparser/select/appparserulefilter.h"
 #include "tzparser/variable/appvariablearraydef.h"
 
 #include <string_view>
@@ -47,6 +48,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
     static constexpr Kind kinds[] = {
         {RuleType_Sample, &CTzParser::AddSampleVariables},
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
+        {RuleType_Filter, &CTzParser::AddFilterVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)
@@ -67,6 +69,17 @@ void CTzParser::AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, b
         node->SetPyName(GeneratePythonName(name));
         if (def.AddChild(node.get())) node.release();
     }
+}
+
+// The filter's lines stand beside, not above, the variables of its children. Its name is taken as
+// it is, and no Python name is made of it.
+void CTzParser::AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const {
+    const auto& name = dynamic_cast<CAppParseRuleFilter&>(rule).GetName();
+    if (def.GetChild(name) == nullptr) {
+        auto node = MakeVariable(def, name, AppDataType_String, inTable);
+        if (def.AddChild(node.get())) node.release();
+    }
+    for (const auto& child : rule.Children()) CreateVarTree(child.get(), &def, inTable);
 }
 
 // As long as the name, byte for byte. A digit in front stays, and two names may come out alike.

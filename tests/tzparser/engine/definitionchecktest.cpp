@@ -232,6 +232,35 @@ TEST(DefinitionCheck, Bounds) {
              R"(},{"xxid":"last","keywords":{"keyword":["a $a"]}}]}}]})");
 }
 
+TEST(DefinitionCheck, Filters) {
+    const Row rows[] = {
+        {"sound",
+         R"j("startline":"plain (text","endline":"regex:^!","includelines":{"includeline":["a",""]},
+             "child":{"parserule":[{"keywords":{"keyword":["a $a"]}}]})j",
+         ""},
+        {"global variables aren't known", R"j("startline":"regex:($$x")j", ""},
+        {"patterns and lists",
+         R"j("startline":"$x(a|[)","includelines":["a"],"excludelines":{"excludeline":"regex:(a"})j",
+         "@.startline: The pattern doesn't compile and fits no line. Unmatched [ or [^ in "
+         "character class declaration.\n"
+         "    $x(a|[)\n"
+         "           ^\n"
+         "@.includelines: This is not an object and is ignored.\n"
+         "@.excludelines.excludeline: Invalid regex. Unmatched marking parenthesis ( or \\(. The "
+         "pattern is searched for as a plain text.\n"
+         "    regex:(a\n"
+         "            ^\n"},
+        {"bounds and operations", R"("nistart":{"type":2,"pattern":"a"},"operations":[{}])",
+         "@.nistart: A filter takes no bounds and no operations; this is ignored.\n"
+         "@.operations: A filter takes no bounds and no operations; this is ignored.\n"},
+        {"below it", R"("child":{"parserule":[{"keywords":{"keyword":["a"]}}]})",
+         "@.child.parserule[0].keywords.keyword[0]: Invalid pattern. There is no variable in it. "
+         "The statement is left out.\n"
+         "    a\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"type":1,)", "}}}]}");
+}
+
 // Raw strings hold JSON: a backslash of an expression stands twice.
 TEST(DefinitionCheck, Statements) {
     const Row rows[] = {

@@ -1,0 +1,96 @@
+// What a parse found: look-ups by name and the result documents.
+#include "host/xml/markup.h"
+#include "tzparser/rule/rulekeys.h"
+#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/filterkeys.h"
+#include "tzparser/variable/appdatatypehelper.h"
+
+#include <algorithm>
+
+namespace {
+
+template <class Use>
+void ForEachOpenLine(const AppLineStatus& status, Use use) {
+    for (auto line = status.find_first(); line != AppLineStatus::npos;
+         line = status.find_next(line))
+        use(static_cast<int>(line));
+}
+
+void WriteOpenLines(const AppLineStatus& status, hxJson::Value& list) {
+    list = hxJson::Value(hxJson::arrayValue, false);
+    ForEachOpenLine(status, [&list](int line) { list.append(hxJson::Value(line)); });
+}
+
+}  // namespace
+
+std::string CAppParseRuleFilter::TextOf(const AppLineStatus& status) const {
+    std::string text;
+    bool isFirst = true;
+    ForEachOpenLine(status, [&](int line) {
+        if (!isFirst) text += "\r\n";
+        isFirst = false;
+        text += OriginalLineView(line);
+    });
+    return text;
+}
+
+// Any one character may stand in front of the name, not only a "$".
+std::vector<CAppTextLet> CAppParseRuleFilter::GetVariableValue(const std::string& name) {
+    const auto position = name.find(m_definition->name);
+    if (position > 1 || position + m_definition->name.size() != name.size())
+        return CAppParseRule::GetVariableValue(name);
+    std::vector<AppLineStatus> statuses;
+    GetLineStatus(statuses);
+    std::vector<CAppTextLet> values;
+    values.reserve(statuses.size());
+    for (const auto& status : statuses) values.emplace_back(0, 0, 0, 0, TextOf(status));
+    return values;
+}
+
+CAppParseRule* CAppParseRuleFilter::GetChildRuleByVariableName(const std::string& name) {
+    const std::size_t begin = !name.empty() && name.front() == '$' ? 1 : 0;
+    if (name.compare(begin, std::string::npos, m_definition->name) == 0) return this;
+    return CAppParseRule::GetChildRuleByVariableName(name);
+}
+
+bool CAppParseRuleFilter::IsNoneExist() {
+    if (m_lineStatus.none()) return true;
+    return std::any_of(Children().begin(), Children().end(),
+                       [](const auto& child) { return child->IsNoneExist(); });
+}
+
+void CAppParseRuleFilter::ClearVariablePosition() {
+    m_lineStatus.reset();
+    m_multiLineStatus.clear();
+}
+
+bool CAppParseRuleFilter::SaveResultAsJson(hxJson::Value& node) {
+    auto& result = node[ResultKey::ParseResult];
+    result[FilterKey::ParserName] = m_definition->name;
+    result[ResultKey::ParserType] = static_cast<int>(GetRuleType());
+    result[ResultKey::ValueType] = CAppDataTypeHelper::GetDataTypeStr(
+        m_definition->asConfiglet ? AppDataType_ConfigLet : AppDataType_String);
+    auto& lines = result[FilterKey::Lines];
+    if (IsUseMultiLineStatus() && !m_multiLineStatus.empty()) {
+        lines = hxJson::Value(hxJson::arrayValue, false);
+        for (const auto& status : m_multiLineStatus)
+            WriteOpenLines(status, lines.append(hxJson::Value()));
+    } else {
+        WriteOpenLines(GetLineStatus(), lines);
+    }
+    return CAppParseRule::SaveResultAsJson(result);
+}
+
+// The element's name is in small letters here, unlike that of the other kinds.
+void CAppParseRuleFilter::SaveResultAsXML(CMarkup& xml) {
+    xml.AddElem(FilterKey::XmlParseResult);
+    xml.IntoElem();
+    xml.AddElem(FilterKey::Name, m_definition->name);
+    xml.AddElem(FilterKey::XmlType, static_cast<int>(GetRuleType()));
+    xml.AddElem(FilterKey::Lines);
+    xml.IntoElem();
+    ForEachOpenLine(GetLineStatus(), [&xml](int line) { xml.AddElem(FilterKey::XmlLine, line); });
+    xml.OutOfElem();
+    CAppParseRule::SaveResultAsXML(xml);
+    xml.OutOfElem();
+}
