@@ -1,9 +1,9 @@
 // Choosing among 200 samples for a text of 100 KB that fits the last of them only, against the
 // parse itself and against searching the strings of the conditions one by one.
 #include "host/json/hxjson.h"
-#include "tzparser/engine/canvasnodecmdsampleidentify.h"
-#include "tzparser/engine/samplechooser.h"
 #include "tzparser/engine/tzparser.h"
+#include "tzparser/identify/canvasnodecmdsampleidentify.h"
+#include "tzparser/identify/samplechooser.h"
 
 #include "benchtext.h"
 #include "ratiotable.h"

@@ -16,7 +16,9 @@ set(TZ_FLOORS
     tzparser/keyword
     tzparser/select
     tzparser/value
-    tzparser/engine)
+    tzparser/identify
+    tzparser/engine
+    tzparser/check)
 
 # tz_floor(NAME SOURCES... ) makes the object library of one floor, called from the folder's own list.
 function(tz_floor name)

@@ -2,9 +2,9 @@
 // loads from JSON goes through markup unharmed, and the chooser's quick search answers as the
 // conditions themselves do.
 #include "host/xml/markup.h"
-#include "tzparser/engine/canvasnodecmdsampleidentify.h"
-#include "tzparser/engine/samplechooser.h"
-#include "tzparser/engine/stringfinder.h"
+#include "tzparser/identify/canvasnodecmdsampleidentify.h"
+#include "tzparser/identify/samplechooser.h"
+#include "tzparser/identify/stringfinder.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "checkcommand.h"
 
-#include "tzparser/engine/definitioncheck.h"
+#include "tzparser/check/definitioncheck.h"
 
 #include "inputfile.h"
 

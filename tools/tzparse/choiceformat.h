@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzparser/engine/samplechoice.h"
+#include "tzparser/identify/samplechoice.h"
 
 #include "outputwriter.h"
 

@@ -1,7 +1,7 @@
 #include "tzparser/engine/tzparser.h"
 
 #include "tzparser/engine/enginekeys.h"
-#include "tzparser/engine/samplechooser.h"
+#include "tzparser/identify/samplechooser.h"
 #include "tzparser/engine/tzparsersample.h"
 #include "tzparser/rule/appparserule.h"
 

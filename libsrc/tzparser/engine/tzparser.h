@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/json/hxjson.h"
-#include "tzparser/engine/samplechoice.h"
+#include "tzparser/identify/samplechoice.h"
 #include "tzparser/value/appvariablevalue.h"
 #include "tzparser/variable/appvariabledef.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/json/hxjson.h"
-#include "tzparser/engine/canvasnodecmdsampleidentify.h"
+#include "tzparser/identify/canvasnodecmdsampleidentify.h"
 #include "tzparser/rule/appparserulesample.h"
 
 // CTzParserSample is one sample of a parser definition: the conditions on the texts that it fits,

@@ -1,0 +1,420 @@
+#include "tzparser/check/definitioncheck.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Row {
+    const char* name;
+    const char* definition;
+    const char* wanted;  // "@" stands for the path of the first sample's rules, or as the rows say
+};
+
+std::string Found(const std::string& definition) {
+    std::string text;
+    for (const auto& finding : CTzDefinitionCheck::Check(definition))
+        text += CTzDefinitionCheck::Format(finding);
+    return text;
+}
+
+template <std::size_t Count>
+void CheckAll(const Row (&rows)[Count], const std::string& before, const std::string& behind,
+              const std::string& path = "samples[0].parserRules.parserule") {
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string wanted = row.wanted;
+        for (auto at = wanted.find('@'); at != std::string::npos; at = wanted.find('@'))
+            wanted.replace(at, 1, path);
+        EXPECT_EQ(Found(before + row.definition + behind), wanted);
+    }
+}
+
+TEST(DefinitionCheck, Documents) {
+    const Row rows[] = {
+        {"not JSON", "{\"samples\":\n  [1,,]}",
+         "definition, line 2, column 6: This is not JSON: A value was expected.\n"
+         "      [1,,]}\n"
+         "         ^\n"},
+        {"nothing", "", "definition: This is not an object, so every parse fails.\n"},
+        {"no samples", "{}", "definition: There is no sample, so every parse fails.\n"},
+        {"shapes", R"({"accessType":"16","samples":{"a":1},"sequences":7})",
+         "accessType: Only an integer counts as an access type; this is ignored.\n"
+         "samples: This is not an array and is ignored.\n"
+         "definition: There is no sample, so every parse fails.\n"
+         "sequences: This is not an array and is ignored.\n"},
+        {"a broken text in a sample",
+         R"({"samples":[{"parserRules":"{\"parserule\":\n\t[{\"type\" 0}]}"}]})",
+         "samples[0].parserRules, line 2, column 11: This is not JSON, so the sample has no rule "
+         "and every parse with it fails: A colon was expected behind the name of a member.\n"
+         "    ?[{\"type\" 0}]}\n"
+         "              ^\n"},
+        {"capitals in keys",
+         R"({"samples":[{"parserRules":"{\"PARSERULE\":{\"KeyWords\":{\"KeyWord\":[\"a\"]}}}"}]})",
+         "@.keywords.keyword[0]: Invalid pattern. There is no variable in it. The statement is "
+         "left out.\n"
+         "    a\n"},
+    };
+    CheckAll(rows, "", "");
+}
+
+TEST(DefinitionCheck, Samples) {
+    const Row rows[] = {
+        {"all reached",
+         R"("sequences":[2,1],"samples":[{"index":1,#,@},{"index":2,#,@},{"index":9,@}])", ""},
+        {"sequences names none", R"("sequences":[1,7],"samples":[{"index":1,@}])",
+         "sequences[1]: No sample has the index 7.\n"},
+        {"not named and not the last", R"("samples":[{"index":1,@},{"index":2,@}])",
+         "samples[0]: \"sequences\" doesn't name the index 1, and the sample isn't the last: "
+         "nothing reaches it.\n"},
+        {"two of one index",
+         R"("sequences":[1],"samples":[{"index":1,#,@},{"index":1,@},{"index":1,@}])",
+         "samples[1]: An earlier sample has the index 1, and this one isn't the last: nothing "
+         "reaches it.\n"},
+        {"behind one without conditions",
+         R"("sequences":[1,2,3],"samples":[{"index":3,@},{"index":1,#,@},{"index":2,@},
+            {"index":4,@}])",
+         "samples[0]: The sample with the index 2 is tried first and, without conditions, fits "
+         "every text: nothing reaches this one.\n"
+         "samples[3]: The sample with the index 2 is tried first and, without conditions, fits "
+         "every text: nothing reaches this one.\n"},
+        {"the last is tried and is the catch-all too",
+         R"("sequences":[2,1],"samples":[{"index":1,@},{"index":2,#,@}])", ""},
+        {"a dropped sample doesn't count",
+         R"("sequences":[1,2],"samples":[{"index":1,"identify":"[",@},{"index":2,@}])",
+         "samples[0].identify, line 1, column 2: This is not JSON, so the sample is dropped: A "
+         "value was expected.\n"
+         "    [\n"
+         "     ^\n"
+         "sequences[0]: No sample has the index 1.\n"},
+        {"no rules",
+         R"("sequences":[1,2,3],"samples":[{"index":1,#},{"index":2,#,"parserRules":
+            {"parserule":[]}},{"index":3,#,"parserRules":"[1]"},4])",
+         "samples[0]: The sample has no rule, so every parse with it fails.\n"
+         "samples[1]: The sample has no rule, so every parse with it fails.\n"
+         "samples[2].parserRules: This is not an object and is ignored.\n"
+         "samples[2]: The sample has no rule, so every parse with it fails.\n"
+         "samples[3]: This is not an object and is ignored.\n"
+         "samples[3]: The sample has no rule, so every parse with it fails.\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string definition = row.definition;
+        for (auto at = definition.find('@'); at != std::string::npos; at = definition.find('@'))
+            definition.replace(at, 1, R"("parserRules":{"parserule":[{}]})");
+        for (auto at = definition.find('#'); at != std::string::npos; at = definition.find('#'))
+            definition.replace(at, 1,
+                               R"("identify":{"ConfigKey":{"MustConditions":{"Item":[
+                               {"@Index":1,"@Type":1,"@Value":"x"}]}}})");
+        EXPECT_EQ(Found("{" + definition + "}"), row.wanted);
+    }
+}
+
+TEST(DefinitionCheck, IdentifyDocuments) {
+    const Row rows[] = {
+        {"sound", R"({"ConfigKey":{"MustConditions":{"Item":[{"@Index":1,"@Type":1,"@Value":"a"}]},
+            "OptionalConditions":{"Item":[{"@Index":1,"@Type":3,"@Value":"a"}]}}})",
+         ""},
+        {"nothing in it", R"("{}")", ""},
+        {"no ConfigKey", R"({"MustConditions":{"Item":[]}})",
+         "@: There is no \"ConfigKey\", so the sample has no conditions and fits every text.\n"},
+        {"shapes", R"({"ConfigKey":{"MustConditions":{"Item":{"@Index":1}},
+            "OptionalConditions":[{"@Index":1}]}})",
+         "@.ConfigKey.MustConditions.Item: This is not an array and is ignored.\n"
+         "@.ConfigKey.OptionalConditions: This is not an object and is ignored.\n"},
+        {"no object", R"("[1]")", "@: This is not an object and is ignored.\n"},
+        {"ConfigKey is a text", R"({"ConfigKey":"x"})",
+         "@.ConfigKey: This is not an object and is ignored.\n"},
+        {"conditions", R"({"ConfigKey":{"OptionalConditions":{"Item":[
+            {"@Index":1,"@Type":7,"@Value":"a"},{"@Index":1,"@Type":3,"@Value":"Version (\\d"},
+            {"@Index":1,"@Type":4,"@Value":"[a-Z]"},{"@Index":1,"@Type":0,"@Value":" ; "},
+            {"@Index":1,"@Type":1,"@Value":"a"},{"@Index":2,"@Type":2,"@Value":""}]}}})",
+         "@.ConfigKey.OptionalConditions.Item[0]: No kind of condition has the type 7; the "
+         "condition is left out, and the sample fits more texts.\n"
+         "@.ConfigKey.OptionalConditions.Item[1]: The expression doesn't compile; the condition is "
+         "left out, and the sample fits more texts. Unmatched marking parenthesis ( or \\(.\n"
+         "    Version (\\d\n"
+         "               ^\n"
+         "@.ConfigKey.OptionalConditions.Item[2]: The expression doesn't compile; the condition is "
+         "left out, and the sample fits more texts. It only compiles when case is ignored.\n"
+         "    [a-Z]\n"
+         "    ^\n"
+         "@.ConfigKey.OptionalConditions.Item[3]: The value holds no string, so the sample fits no "
+         "text.\n"
+         "@.ConfigKey.OptionalConditions.Item[4]: An earlier condition of the list has the index "
+         "1; this one is left out, and the sample fits more texts.\n"
+         "@.ConfigKey.OptionalConditions.Item[5]: The value holds no string, so the condition "
+         "holds for every text.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"identify":)", R"(,"parserRules":{"parserule":[{}]}}]})",
+             "samples[0].identify");
+}
+
+TEST(DefinitionCheck, RuleNodes) {
+    const Row rows[] = {
+        {"a lone rule", R"({"type":"0"})", ""},
+        {"an unknown kind ends its array", R"([{},{"type":"42"},{},{}])",
+         "@[1]: This version has no kind of rule with the type 42; the rule is left out, and all "
+         "behind it in the array are lost too (number: 2).\n"},
+        {"the root is no rule node", R"([{},{"type":7}])",
+         "@[1]: This version has no kind of rule with the type 7; the rule is left out.\n"},
+        {"nothing left", R"({"type":3})",
+         "@: This version has no kind of rule with the type 3; the rule is left out.\n"
+         "samples[0]: The sample has no rule, so every parse with it fails.\n"},
+        {"a name for a number, and no object", R"([{"type":"table"},5])",
+         "@[0]: \"table\" is no number, so this is taken for a keyword rule (type 0).\n"
+         "@[1]: The rule is not an object; it is taken for a keyword rule without statements.\n"},
+        {"below a keyword rule", R"([{"child":{"parserule":[{"type":99}]}}])",
+         "@[0].child: Rules below a keyword rule never run.\n"
+         "@[0].child.parserule[0]: This version has no kind of rule with the type 99; the rule is "
+         "left out.\n"},
+        {"shapes", R"([{"keywords":["$a"],"operations":{"originalstr":"a"},"nistart":"2"}])",
+         "@[0].nistart: This is not an object and is ignored.\n"
+         "@[0].operations: This is not an array and is ignored.\n"
+         "@[0].keywords: This is not an object and is ignored.\n"},
+        {"operations",
+         R"([{"operations":[{"originalstr":"a(b","isregex":true},{"originalstr":"a(b"},
+            {"originalstr":"a(b","iswholeword":true},{"isregex":true},5,
+            {"originalstr":"x[a-Z]","isregex":true},
+            {"originalstr":"x[a-Z]","isregex":true,"iscasesensetive":true}]}])",
+         "@[0].operations[0]: The expression doesn't compile, so every parse that uses the "
+         "operation fails. Unmatched marking parenthesis ( or \\(.\n"
+         "    a(b\n"
+         "       ^\n"
+         "@[0].operations[3]: There is nothing to search for (\"originalstr\"), so the operation "
+         "does nothing.\n"
+         "@[0].operations[4]: This is not an object and is ignored.\n"
+         "@[0].operations[6]: The expression doesn't compile, so every parse that uses the "
+         "operation fails. It only compiles when case is ignored.\n"
+         "    x[a-Z]\n"
+         "    ^\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":)", "}}]}");
+}
+
+TEST(DefinitionCheck, Bounds) {
+    const Row rows[] = {
+        {"sound", R"("nistart":{"type":1,"xxid":"first","text":"$a"},"niend":{"type":2,
+            "pattern":"plain (text"})",
+         ""},
+        {"unknown type", R"("nistart":{"type":3},"niend":{"type":-1})",
+         "@[1].nistart: No bound has the type 3, so the rule never runs.\n"
+         "@[1].niend: No bound has the type -1, so the rule never runs.\n"},
+        {"no variable", R"("niend":{"type":1,"xxid":"first"})",
+         "@[1].niend: The bound names no variable (\"text\"), so the rule never runs.\n"},
+        {"unknown rule", R"("niend":{"type":1,"xxid":"inner","text":"$a"})",
+         "@[1].niend: No rule directly under the sample has the id \"inner\", so the rule never "
+         "runs.\n"},
+        {"variable without its dollar", R"("nistart":{"type":1,"xxid":"first","text":"a"})",
+         "@[1].nistart: The rule with the id \"first\" has no variable \"a\", so this one never "
+         "runs.\n"},
+        {"itself, and a later rule",
+         R"("xxid":"me","nistart":{"type":1,"xxid":"me","text":"$a"},
+            "niend":{"type":1,"xxid":"last","text":"$a"})",
+         "@[1].nistart: The rule with the id \"me\" doesn't run before this one, so this one never "
+         "runs.\n"
+         "@[1].niend: The rule with the id \"last\" doesn't run before this one, so this one never "
+         "runs.\n"},
+        {"patterns", R"("nistart":{"type":2,"pattern":"regex:(a"},"niend":{"type":2})",
+         "@[1].nistart: Invalid regex. Unmatched marking parenthesis ( or \\(. The pattern is "
+         "searched for as a plain text.\n"
+         "    regex:(a\n"
+         "            ^\n"
+         "@[1].niend: The pattern (\"pattern\") is empty and fits the first line.\n"},
+        {"a pattern that fails when it is used", R"j("nistart":{"type":2,"pattern":"$x(a|[)"})j",
+         "@[1].nistart: The pattern doesn't compile, so the rule never runs. Unmatched [ or [^ in "
+         "character class declaration.\n"
+         "    $x(a|[)\n"
+         "           ^\n"},
+    };
+    CheckAll(rows,
+             R"({"samples":[{"parserRules":{"parserule":[
+            {"xxid":"first","keywords":{"keyword":["a $a"]}},{)",
+             R"(},{"xxid":"last","keywords":{"keyword":["a $a"]}}]}}]})");
+}
+
+TEST(DefinitionCheck, Filters) {
+    const Row rows[] = {
+        {"sound",
+         R"j("startline":"plain (text","endline":"regex:^!","includelines":{"includeline":["a",""]},
+             "child":{"parserule":[{"keywords":{"keyword":["a $a"]}}]})j",
+         ""},
+        {"global variables aren't known", R"j("startline":"regex:($$x")j", ""},
+        {"patterns and lists",
+         R"j("startline":"$x(a|[)","includelines":["a"],"excludelines":{"excludeline":"regex:(a"})j",
+         "@.startline: The pattern doesn't compile and fits no line. Unmatched [ or [^ in "
+         "character class declaration.\n"
+         "    $x(a|[)\n"
+         "           ^\n"
+         "@.includelines: This is not an object and is ignored.\n"
+         "@.excludelines.excludeline: Invalid regex. Unmatched marking parenthesis ( or \\(. The "
+         "pattern is searched for as a plain text.\n"
+         "    regex:(a\n"
+         "            ^\n"},
+        {"bounds and operations", R"("nistart":{"type":2,"pattern":"a"},"operations":[{}])",
+         "@.nistart: A filter takes no bounds and no operations; this is ignored.\n"
+         "@.operations: A filter takes no bounds and no operations; this is ignored.\n"},
+        {"below it", R"("child":{"parserule":[{"keywords":{"keyword":["a"]}}]})",
+         "@.child.parserule[0].keywords.keyword[0]: Invalid pattern. There is no variable in it. "
+         "The statement is left out.\n"
+         "    a\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"type":1,)", "}}}]}");
+}
+
+// Raw strings hold JSON: a backslash of an expression stands twice.
+TEST(DefinitionCheck, Statements) {
+    const Row rows[] = {
+        {"sound",
+         R"j("$int:a $_dummy $b(x|y)","regex[$c,$d]:(x)|(y)","mline[$m]:$a-$b,$c-,$m","")j", ""},
+        {"no variable", R"j("plain text","regex:\\d+","^$","$_dummy ")j",
+         "@.keywords.keyword[0]: Invalid pattern. There is no variable in it. The statement is "
+         "left out.\n"
+         "    plain text\n"
+         "@.keywords.keyword[1]: The statement has no variable, so it yields nothing here.\n"
+         "    regex:\\d+\n"
+         "@.keywords.keyword[2]: The statement has no variable, so it yields nothing here.\n"
+         "    ^$\n"
+         "@.keywords.keyword[3]: The statement has no variable, so it yields nothing here.\n"
+         "    $_dummy \n"},
+        {"brackets", R"j("regex[]:abc","x mregex[]:(y","regex[$a]abc","mline[$a]:,","mline[$a")j",
+         "@.keywords.keyword[0]: Invalid regex. The bracket names no variable. The statement is "
+         "left out.\n"
+         "    regex[]:abc\n"
+         "          ^\n"
+         "@.keywords.keyword[1]: Invalid pattern. The bracket names no variable. The statement is "
+         "left out.\n"
+         "    x mregex[]:(y\n"
+         "             ^\n"
+         "@.keywords.keyword[2]: Invalid pattern. No \"]:\" ends the bracket. The statement is "
+         "left out.\n"
+         "    regex[$a]abc\n"
+         "                ^\n"
+         "@.keywords.keyword[3]: Invalid pattern. There is no span behind \"]:\". The statement is "
+         "left out.\n"
+         "    mline[$a]:,\n"
+         "               ^\n"
+         "@.keywords.keyword[4]: Invalid pattern. No \"]:\" ends the bracket. The statement is "
+         "left out.\n"
+         "    mline[$a\n"
+         "            ^\n"},
+        {"the caret goes behind the marker", R"j("note regex[$a]:a{2,1}(b)","mregex[$a]:)(")j",
+         "@.keywords.keyword[0]: Invalid regex. Invalid content of repeat range. The statement is "
+         "left out.\n"
+         "    note regex[$a]:a{2,1}(b)\n"
+         "                       ^\n"
+         "@.keywords.keyword[1]: Invalid regex. Found a closing ) with no corresponding opening "
+         "parenthesis. The "
+         "statement is left out.\n"
+         "    mregex[$a]:)(\n"
+         "               ^\n"},
+        {"broken alternatives", R"j("$a(x|y) $b(u|(v)w)")j",
+         "@.keywords.keyword[0]: The statement doesn't compile and never matches. Unmatched "
+         "marking parenthesis ( or "
+         "\\(.\n"
+         "    $a(x|y) $b(u|(v)w)\n"
+         "                    ^\n"},
+        {"case is ignored by rules and not by the compiler",
+         R"j("regex[$a]:([a-Z])","regex[$a]:([Z-a])")j",
+         "@.keywords.keyword[0]: Invalid regex. It only compiles when case is ignored. The "
+         "statement is left out.\n"
+         "    regex[$a]:([a-Z])\n"
+         "              ^\n"
+         "@.keywords.keyword[1]: The statement doesn't compile and never matches. Invalid "
+         "character class name, "
+         "collating name, or character range.\n"
+         "    regex[$a]:([Z-a])\n"
+         "                    ^\n"},
+        {"groups", R"j("regex[$a]:","regex[$a,$b]:(?:x)(y)","mregex[$a]:x")j",
+         "@.keywords.keyword[0]: The expression is empty, so the statement yields nothing.\n"
+         "    regex[$a]:\n"
+         "              ^\n"
+         "@.keywords.keyword[1]: Number of variables: 2, of groups: 1. The last variables get "
+         "nothing.\n"
+         "    regex[$a,$b]:(?:x)(y)\n"
+         "@.keywords.keyword[2]: Number of variables: 1, of groups: 0. The last variables get "
+         "nothing.\n"
+         "    mregex[$a]:x\n"},
+        {"spans", R"j("$from x","mline[$m]:$fromage-$from, $fro-$to,from,$_dummy","$_dummy $x")j",
+         "@.keywords.keyword[1]: No statement of this rule declares \"$fromage\".\n"
+         "    mline[$m]:$fromage-$from, $fro-$to,from,$_dummy\n"
+         "              ^\n"
+         "@.keywords.keyword[1]: No statement of this rule declares \"$fro\".\n"
+         "    mline[$m]:$fromage-$from, $fro-$to,from,$_dummy\n"
+         "                              ^\n"
+         "@.keywords.keyword[1]: No statement of this rule declares \"$to\".\n"
+         "    mline[$m]:$fromage-$from, $fro-$to,from,$_dummy\n"
+         "                                   ^\n"
+         "@.keywords.keyword[1]: No statement of this rule declares \"from\".\n"
+         "    mline[$m]:$fromage-$from, $fro-$to,from,$_dummy\n"
+         "                                       ^\n"
+         "@.keywords.keyword[1]: No statement of this rule declares \"$_dummy\".\n"
+         "    mline[$m]:$fromage-$from, $fro-$to,from,$_dummy\n"
+         "                                            ^\n"},
+        {"foreign bytes", "\"regex[$a]:\xC3\xA9\xE9\\u001b[31m\\u0000(\"",
+         "@.keywords.keyword[0]: Invalid regex. Unmatched [ or [^ in character class declaration. "
+         "The statement is "
+         "left out.\n"
+         "    regex[$a]:\xC3\xA9\xE9?[31m?(\n"
+         "                       ^\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"keywords":{"keyword":[)",
+             "]}}}}]}");
+}
+
+TEST(DefinitionCheck, VariableTypes) {
+    const Row rows[] = {
+        {"type words", R"("$a:IP","$b:mstr","$c:mword","$d:configlet","$e:string")", ""},
+        {"none", R"("$a","$b:","$c:ipx","$d:int:")",
+         "@.variabletypes.variabletype[0]: There is no colon behind the name; the entry is "
+         "ignored.\n"
+         "    $a\n"
+         "@.variabletypes.variabletype[1]: \"\" is no type word; the variable is taken for a "
+         "string.\n"
+         "    $b:\n"
+         "       ^\n"
+         "@.variabletypes.variabletype[2]: \"ipx\" is no type word; the variable is taken for a "
+         "string.\n"
+         "    $c:ipx\n"
+         "       ^\n"
+         "@.variabletypes.variabletype[3]: \"int:\" is no type word; the variable is taken for a "
+         "string.\n"
+         "    $d:int:\n"
+         "       ^\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"variabletypes":{"variabletype":[)",
+             "]}}}}]}");
+}
+
+TEST(DefinitionCheck, LongListsAndStatementsAreCut) {
+    std::string rules;
+    for (std::size_t i = 0; i < CTzDefinitionCheck::MaxFindings + 5; ++i) rules += "\"x\",";
+    const auto findings = CTzDefinitionCheck::Check(
+        R"({"samples":[{"parserRules":{"parserule":{"keywords":{"keyword":[)" + rules +
+        R"("x"]}}}}]})");
+    ASSERT_EQ(findings.size(), CTzDefinitionCheck::MaxFindings + 1);
+    EXPECT_EQ(CTzDefinitionCheck::Format(findings.back()),
+              "definition: There is more to mend, which is not listed.\n");
+
+    DefinitionFinding finding;
+    finding.where = "x";
+    finding.message = "y.";
+    finding.statement = std::string(100, 'a') + "!" + std::string(100, 'b');
+    finding.caret = 100;
+    EXPECT_EQ(CTzDefinitionCheck::Format(finding), "x: y.\n    ..." + std::string(60, 'a') + "!" +
+                                                       std::string(59, 'b') + "...\n    " +
+                                                       std::string(63, ' ') + "^\n");
+}
+
+// The rule document of a text may be nested as deep as the reader allows, and is walked without
+// recursion.
+TEST(DefinitionCheck, DeepDocuments) {
+    std::string rules = R"({"type":99})";
+    for (int i = 0; i < 330; ++i) rules = R"({"child":{"parserule":[)" + rules + "]}}";
+    const auto findings =
+        CTzDefinitionCheck::Check(R"({"samples":[{"parserRules":{"parserule":)" + rules + "}}]}");
+    ASSERT_EQ(findings.size(), 331U);
+    EXPECT_EQ(findings.back().message,
+              "This version has no kind of rule with the type 99; the rule is left out.");
+}
+
+}  // namespace
