@@ -170,10 +170,16 @@ void CAppParseRuleKeyWord::AppendOuterVariableNames(std::vector<std::string>& na
 
 void CAppParseRuleKeyWord::AppendKeywordVariables(std::vector<std::string>&) {}
 
-IParagraphScope* CAppParseRuleKeyWord::GetParagraphParent() const {
+IParagraphScope* CAppParseRuleKeyWord::GetParagraphParent() {
+    auto* parent = GetParentRule();
+    if (parent == nullptr || parent->GetRuleType() != RuleType_Paragraph) return nullptr;
+    return parent->AsParagraphScope();
+}
+
+const IParagraphScope* CAppParseRuleKeyWord::GetParagraphParent() const {
     const auto* parent = GetParentRule();
     if (parent == nullptr || parent->GetRuleType() != RuleType_Paragraph) return nullptr;
-    return const_cast<CAppParseRule*>(parent)->AsParagraphScope();
+    return parent->AsParagraphScope();
 }
 
 bool CAppParseRuleKeyWord::IsFirstChildOfParagraph() const {

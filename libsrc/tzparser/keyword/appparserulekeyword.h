@@ -177,7 +177,8 @@ private:
     bool ResolveKeywordLine(const std::string& kvp, std::vector<std::string>& names);
     const Kvp* FindResolved(const std::string& kvp) const;
     bool IsFirstChildOfParagraph() const;
-    IParagraphScope* GetParagraphParent() const;
+    IParagraphScope* GetParagraphParent();
+    const IParagraphScope* GetParagraphParent() const;
     void InsertParentStartExpression(std::vector<std::string>& kvps, bool withParentLine) const;
     void FillUsePreVars(std::set<std::string>& names) const;
     void FillAllVariables(std::set<std::string>& names) const;

@@ -4,8 +4,6 @@
 #include "tzparser/rule/paragraphscope.h"
 #include "tzparser/rule/rulekeys.h"
 
-#include <algorithm>
-
 namespace {
 
 std::string WithDollar(const std::string& name) {
@@ -17,32 +15,6 @@ std::vector<CAppTextLet> CopyValues(const std::map<int, CAppTextLet>& values) {
     copies.reserve(values.size());
     for (const auto& entry : values) copies.push_back(entry.second);
     return copies;
-}
-
-// Moves `from` and `to` to the paragraph that holds a row; they stay when none does.
-void FindParagraph(const IParagraphScope& paragraph, int row, int& from, int& to) {
-    const auto& begins = paragraph.GetBeginLines();
-    const auto& ends = paragraph.GetEndLines();
-    for (std::size_t i = 0; i < std::min(begins.size(), ends.size()); ++i) {
-        if (row < begins[i] || row >= ends[i]) continue;
-        from = begins[i];
-        to = ends[i];
-        return;
-    }
-}
-
-// One copy of a value for each inner line: a value of an outer paragraph is repeated for each
-// paragraph inside it.
-void RepeatForLines(const std::map<int, CAppTextLet>& values, const IParagraphScope& paragraph,
-                    const std::vector<int>& lines, std::vector<CAppTextLet>& result) {
-    int from = 0;
-    int to = 0;
-    for (auto at = values.begin(); at != values.end(); ++at) {
-        FindParagraph(paragraph, at->second.beginRow, from, to);
-        const bool isLast = std::next(at) == values.end();
-        for (const int line : lines)
-            if (line >= from && (isLast || line < to)) result.push_back(at->second);
-    }
 }
 
 }  // namespace
@@ -77,7 +49,7 @@ void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
     for (const auto* outer = inner->GetParentRule();
          outer != nullptr && outer->GetRuleType() == RuleType_Paragraph;
          outer = outer->GetParentRule()) {
-        const auto* scope = const_cast<CAppParseRule*>(outer)->AsParagraphScope();
+        const auto* scope = outer->AsParagraphScope();
         for (const auto& child : outer->Children()) {
             if (scope == nullptr || child.get() == inner ||
                 child->GetRuleType() != RuleType_KeyWord)
@@ -85,7 +57,8 @@ void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
             const auto* rule = dynamic_cast<const CAppParseRuleKeyWord*>(child.get());
             if (rule == nullptr) continue;
             const auto at = rule->m_variablePos.find(name);
-            if (at != rule->m_variablePos.end()) RepeatForLines(at->second, *scope, lines, values);
+            if (at != rule->m_variablePos.end())
+                ::AppendOuterValues(at->second, *scope, lines, values);
         }
         inner = outer;
     }

@@ -145,6 +145,10 @@ IParagraphScope* CAppParseRule::AsParagraphScope() {
     return nullptr;
 }
 
+const IParagraphScope* CAppParseRule::AsParagraphScope() const {
+    return nullptr;
+}
+
 void CAppParseRule::GetTableKeys(std::set<std::string>&) const {}
 void CAppParseRule::AddTableKey(const std::string&) {}
 void CAppParseRule::GetTableKeysEx(std::set<std::string>&) const {}

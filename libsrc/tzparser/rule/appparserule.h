@@ -3,6 +3,7 @@
 #include "host/json/hxjson.h"
 #include "host/runtime/copyonwrite.h"
 #include "tzparser/pattern/appregex.h"
+#include "tzparser/rule/applinestatus.h"
 #include "tzparser/rule/nigroupinfo.h"
 #include "tzparser/rule/searchreplaceoperation.h"
 #include "tzparser/text/apptextlet.h"
@@ -18,7 +19,6 @@
 #include <vector>
 
 #include <boost/core/noncopyable.hpp>
-#include <boost/dynamic_bitset.hpp>
 
 class CAppParseRuleSample;
 class CAppSampleLines;
@@ -51,9 +51,6 @@ public:
 protected:
     ~IAppVariableCallback() = default;
 };
-
-// One open or closed bit per line of the text; a set bit is an open line.
-using AppLineStatus = boost::dynamic_bitset<unsigned long>;
 
 // CAppParseRule is a node of a rule tree: the base of the root (CAppParseRuleSample) and of all
 // kinds of rules.
@@ -107,9 +104,11 @@ public:
     virtual void GetChildRules(std::vector<CAppParseRule*>& children);
     // Adds what the rule yields below `def`, which owns it from then on.
     virtual bool AddToVariableTree(CAppVariableDef* def) = 0;
-    // The rule's line status, taken from the parent when the count of lines differs. Valid until
-    // the next parse.
+    // The rule's line status, taken from the parent when the count of lines differs, for hosts to
+    // read and write. Valid until the next parse.
     virtual AppLineStatus& GetLineStatus();
+    // The same as rules ask each other for it, without making a bit a line.
+    virtual const CAppLineStatus& LineStatus();
     // Copies of the values found for a variable, in line order; empty when there are none. The base
     // asks the children in order for the first answer that isn't empty.
     virtual std::vector<CAppTextLet> GetVariableValue(const std::string& name);
@@ -162,6 +161,7 @@ public:
     virtual bool GetVariableLine(const std::string& name, int& line);
     // What the rules below ask of a paragraph; null for every other kind.
     virtual IParagraphScope* AsParagraphScope();
+    virtual const IParagraphScope* AsParagraphScope() const;
 
     RuleType GetRuleType() const { return m_ruleType; }
     void SetRuleType(RuleType ruleType) { m_ruleType = ruleType; }
@@ -257,10 +257,7 @@ public:
     // until the next parse.
     std::string_view OriginalLineView(int line) const;
     std::string_view WrappedLineView(int line) const;
-    bool IsLineOpen(int line) const {
-        return line >= 0 && static_cast<std::size_t>(line) < m_lineStatus.size() &&
-               m_lineStatus[static_cast<std::size_t>(line)];
-    }
+    bool IsLineOpen(int line) const { return m_lineStatus.IsOpen(line); }
 
 protected:
     // Makes the child rules of a "child" object; false when it holds none that can be made.
@@ -276,7 +273,7 @@ protected:
     const CAppParseRuleSample* GetSampleRoot() const;
     const CAppSampleLines* GetSampleLines() const;
 
-    AppLineStatus m_lineStatus;
+    CAppLineStatus m_lineStatus;
 
 private:
     using RegexMap = std::map<std::string, std::shared_ptr<const CAppRegex>, std::less<>>;

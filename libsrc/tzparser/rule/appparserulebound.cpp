@@ -20,7 +20,7 @@ int Saturate(std::int64_t line) {
 }  // namespace
 
 bool CAppParseRule::OnBeginParse(int startLine, int endLine) {
-    if (m_parent != nullptr) m_lineStatus = m_parent->GetLineStatus();
+    if (m_parent != nullptr) m_lineStatus = m_parent->LineStatus();
     int niStart = startLine;
     int niEnd = endLine;
     if (!CalcNILineNo(startLine, endLine, m_definition->niStart, true, niStart)) return false;

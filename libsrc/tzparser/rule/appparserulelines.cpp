@@ -32,9 +32,14 @@ const std::string& EmptyLine() {
 }  // namespace
 
 AppLineStatus& CAppParseRule::GetLineStatus() {
+    CAppParseRule::LineStatus();
+    return m_lineStatus.HostBits();
+}
+
+const CAppLineStatus& CAppParseRule::LineStatus() {
     if (m_parent != nullptr) {
-        const auto& parentStatus = m_parent->GetLineStatus();
-        if (m_lineStatus.size() != parentStatus.size()) m_lineStatus = parentStatus;
+        const auto& parentStatus = m_parent->LineStatus();
+        if (m_lineStatus.Count() != parentStatus.Count()) m_lineStatus = parentStatus;
     }
     return m_lineStatus;
 }

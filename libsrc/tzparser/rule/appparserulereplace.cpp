@@ -11,7 +11,7 @@ bool CAppParseRule::ExecuteSearchReplace(int startLine, int endLine) {
         m_parent != nullptr ? m_parent->m_searchReplaceResult : decltype(m_searchReplaceResult)();
     if (m_definition->operations.empty()) return true;
     std::vector<char> done(m_definition->operations.size(), 0);
-    const auto end = std::min(endLine, static_cast<int>(m_lineStatus.size()));
+    const auto end = std::min(endLine, m_lineStatus.Count());
     for (int line = std::max(startLine, 0); line < end; ++line)
         if (IsLineOpen(line)) ReplaceInLine(line, done);
     return true;

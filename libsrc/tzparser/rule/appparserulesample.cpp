@@ -51,8 +51,7 @@ bool CAppParseRuleSample::Parse(const std::string& text, int startLine, int endL
     }
     if (!m_ruleModify && lines == m_originalLines) return true;
     m_originalLines.Swap(lines);
-    m_lineStatus.clear();
-    m_lineStatus.resize(static_cast<std::size_t>(m_originalLines.Count()), true);
+    m_lineStatus = CAppLineStatus::AllOpen(m_originalLines.Count());
     if (endLine == -1) endLine = m_originalLines.Count();
     ExecuteSearchReplace(startLine, endLine);
     const bool anyRan = RunChildren(text, startLine, endLine, callback);
@@ -79,7 +78,7 @@ const std::string& CAppParseRuleSample::GetOriginalLine(int line) const {
 }
 
 std::string CAppParseRuleSample::GroupMultiLine(int startLine, int endLine,
-                                                const AppLineStatus& status,
+                                                const CAppLineStatus& status,
                                                 std::vector<int>& lineNumbers,
                                                 const std::map<int, std::string>&) const {
     lineNumbers.clear();
@@ -89,8 +88,7 @@ std::string CAppParseRuleSample::GroupMultiLine(int startLine, int endLine,
     const bool isReplaced = !GetSearchReplaceResult().empty();
     if (start < end) lineNumbers.reserve(static_cast<std::size_t>(end - start));
     for (int line = start; line < end; ++line) {
-        if (static_cast<std::size_t>(line) < status.size() &&
-            status[static_cast<std::size_t>(line)]) {
+        if (status.IsOpen(line)) {
             joined.append(isReplaced ? WrappedLineView(line) : m_originalLines.View(line));
             lineNumbers.push_back(line);
         }

@@ -47,7 +47,7 @@ public:
     // Joins the lines of a range by line feeds, closed lines standing as empty ones; `lineNumbers`
     // gets the numbers of the open lines. Lines are this sample's wrapped lines: `replaced`, the
     // asking rule's own, isn't read.
-    std::string GroupMultiLine(int startLine, int endLine, const AppLineStatus& status,
+    std::string GroupMultiLine(int startLine, int endLine, const CAppLineStatus& status,
                                std::vector<int>& lineNumbers,
                                const std::map<int, std::string>& replaced) const;
     // The original text of all lines that variables or their surroundings touch, each with a line

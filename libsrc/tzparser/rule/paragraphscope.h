@@ -1,5 +1,8 @@
 #pragma once
 
+#include "tzparser/text/apptextlet.h"
+
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,7 +26,22 @@ public:
     // the text.
     virtual const std::vector<int>& GetBeginLines() const = 0;
     virtual const std::vector<int>& GetEndLines() const = 0;
+    // The key columns that the tables and paragraphs below have from this paragraph and those
+    // above: the interface keys and, unless only they are wanted or there are some, the keys.
+    virtual std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const = 0;
 
 protected:
     ~IParagraphScope() = default;
 };
+
+// The index of the first paragraph that holds a line; -1 when none does. A binary search: begins
+// and ends never fall from one index to the next. When the counts of both differ, the smaller one
+// holds.
+int FindParagraph(const IParagraphScope& paragraphs, int line);
+
+// Repeats the values of an outer paragraph for what stands inside it. `lines` are the lines of the
+// inner rows or paragraphs, ascending. Each value is appended once for each of them in the
+// paragraph that holds the value, the last value for all lines behind its paragraph's begin as
+// well. A value outside of all paragraphs goes by the bounds of the value before it.
+void AppendOuterValues(const std::map<int, CAppTextLet>& values, const IParagraphScope& paragraphs,
+                       const std::vector<int>& lines, std::vector<CAppTextLet>& result);

@@ -100,6 +100,7 @@ public:
     // Below a paragraph that has run, the status of its first run, for every run; otherwise that of
     // the last run.
     AppLineStatus& GetLineStatus() override;
+    const CAppLineStatus& LineStatus() override;
     // Copies of the statuses of all runs, below a paragraph, or of the last one; returns their
     // number.
     int GetLineStatus(std::vector<AppLineStatus>& statuses) const;
@@ -162,6 +163,15 @@ private:
         bool found = false;
     };
 
+    // The lines of a range over which multi-line matches stretch.
+    struct MarkedLines {
+        int begin;
+        std::vector<char> lines;  // empty when there is no multi-line pattern
+
+        void Mark(int line) { lines[static_cast<std::size_t>(line - begin)] = 1; }
+        bool Has(int line) const { return lines[static_cast<std::size_t>(line - begin)] != 0; }
+    };
+
     class PatternMaker;
 
     Definition& EditDefinition();
@@ -174,7 +184,9 @@ private:
     std::shared_ptr<const Plan> MakePlan();
     std::shared_ptr<const Plan> PlanOfRun();
 
-    int LineCount() const { return static_cast<int>(m_lineStatus.size()); }
+    int LineCount() const { return m_lineStatus.Count(); }
+    std::vector<CAppLineStatus> RunStatuses() const;
+    void AddRunStatus(CAppLineStatus status, int startLine, int endLine);
     void FindBegin(const Pattern& pattern, int endLine, IAppVariableCallback* callback,
                    Range& range);
     void FindEnd(const Pattern& pattern, int endLine, Range& range);
@@ -182,14 +194,15 @@ private:
     void CloseOutside(const Range& range, int startLine, int endLine);
     void ContainLines(const std::vector<Pattern>& patterns, int beginLine, int endLine,
                       bool include);
-    void MarkMultiLines(const Pattern& pattern, int endLine, int& scanFrom, AppLineStatus& marked);
-    bool FitsPending(const std::vector<Pattern>& patterns, int line, const AppLineStatus& marked,
+    MarkedLines MarkMultiLines(const std::vector<Pattern>& patterns, int beginLine, int endLine);
+    void MarkMultiLines(const Pattern& pattern, int endLine, int& scanFrom, MarkedLines& marked);
+    bool FitsPending(const std::vector<Pattern>& patterns, int line, const MarkedLines& marked,
                      std::vector<char>& pending, CAppRegexMatch& match) const;
-    std::string TextOf(const AppLineStatus& status) const;
+    std::string TextOf(const CAppLineStatus& status) const;
 
     CCopyOnWrite<Definition> m_definition;
 
     // What runs made.
-    std::vector<AppLineStatus> m_multiLineStatus;
+    std::vector<CAppLineStatus> m_multiLineStatus;
     std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
 };

@@ -10,20 +10,19 @@
 namespace {
 
 template <class Use>
-void ForEachOpenLine(const AppLineStatus& status, Use use) {
-    for (auto line = status.find_first(); line != AppLineStatus::npos;
-         line = status.find_next(line))
-        use(static_cast<int>(line));
+void ForEachOpenLine(const CAppLineStatus& status, Use use) {
+    for (int line = status.NextOpen(0); line < status.Count(); line = status.NextOpen(line + 1))
+        use(line);
 }
 
-void WriteOpenLines(const AppLineStatus& status, hxJson::Value& list) {
+void WriteOpenLines(const CAppLineStatus& status, hxJson::Value& list) {
     list = hxJson::Value(hxJson::arrayValue, false);
     ForEachOpenLine(status, [&list](int line) { list.append(hxJson::Value(line)); });
 }
 
 }  // namespace
 
-std::string CAppParseRuleFilter::TextOf(const AppLineStatus& status) const {
+std::string CAppParseRuleFilter::TextOf(const CAppLineStatus& status) const {
     std::string text;
     bool isFirst = true;
     ForEachOpenLine(status, [&](int line) {
@@ -39,8 +38,7 @@ std::vector<CAppTextLet> CAppParseRuleFilter::GetVariableValue(const std::string
     const auto position = name.find(m_definition->name);
     if (position > 1 || position + m_definition->name.size() != name.size())
         return CAppParseRule::GetVariableValue(name);
-    std::vector<AppLineStatus> statuses;
-    GetLineStatus(statuses);
+    const auto statuses = RunStatuses();
     std::vector<CAppTextLet> values;
     values.reserve(statuses.size());
     for (const auto& status : statuses) values.emplace_back(0, 0, 0, 0, TextOf(status));
@@ -54,13 +52,13 @@ CAppParseRule* CAppParseRuleFilter::GetChildRuleByVariableName(const std::string
 }
 
 bool CAppParseRuleFilter::IsNoneExist() {
-    if (m_lineStatus.none()) return true;
+    if (!m_lineStatus.HasOpen()) return true;
     return std::any_of(Children().begin(), Children().end(),
                        [](const auto& child) { return child->IsNoneExist(); });
 }
 
 void CAppParseRuleFilter::ClearVariablePosition() {
-    m_lineStatus.reset();
+    m_lineStatus.Close(0, LineCount());
     m_multiLineStatus.clear();
 }
 
@@ -76,7 +74,7 @@ bool CAppParseRuleFilter::SaveResultAsJson(hxJson::Value& node) {
         for (const auto& status : m_multiLineStatus)
             WriteOpenLines(status, lines.append(hxJson::Value()));
     } else {
-        WriteOpenLines(GetLineStatus(), lines);
+        WriteOpenLines(LineStatus(), lines);
     }
     return CAppParseRule::SaveResultAsJson(result);
 }
@@ -89,7 +87,7 @@ void CAppParseRuleFilter::SaveResultAsXML(CMarkup& xml) {
     xml.AddElem(FilterKey::XmlType, static_cast<int>(GetRuleType()));
     xml.AddElem(FilterKey::Lines);
     xml.IntoElem();
-    ForEachOpenLine(GetLineStatus(), [&xml](int line) { xml.AddElem(FilterKey::XmlLine, line); });
+    ForEachOpenLine(LineStatus(), [&xml](int line) { xml.AddElem(FilterKey::XmlLine, line); });
     xml.OutOfElem();
     CAppParseRule::SaveResultAsXML(xml);
     xml.OutOfElem();

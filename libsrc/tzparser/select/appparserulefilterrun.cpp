@@ -12,22 +12,6 @@
 
 namespace {
 
-// Closes the lines from first to last, exclusive.
-void CloseLines(AppLineStatus& status, int first, int last) {
-    const auto begin = static_cast<std::size_t>(std::max(first, 0));
-    const auto end = std::min(static_cast<std::size_t>(std::max(last, 0)), status.size());
-    if (begin < end) status.reset(begin, end - begin);
-}
-
-void CloseAllBut(AppLineStatus& status, int first, int last) {
-    CloseLines(status, 0, first);
-    CloseLines(status, last, static_cast<int>(status.size()));
-}
-
-bool IsMarked(const AppLineStatus& status, int line) {
-    return status.test(static_cast<std::size_t>(line));
-}
-
 void TellBroken(const std::string& pattern) {
     DiagnosticOutput("Invalid regex expression:" + pattern + "\n");
 }
@@ -37,10 +21,10 @@ void TellBroken(const std::string& pattern) {
 bool CAppParseRuleFilter::Parse(const std::string& text, int startLine, int endLine,
                                 IAppVariableCallback* callback) {
     const auto plan = PlanOfRun();
-    if (auto* parent = GetParentRule()) m_lineStatus = parent->GetLineStatus();
+    if (auto* parent = GetParentRule()) m_lineStatus = parent->LineStatus();
     startLine = std::clamp(startLine, 0, LineCount());
     endLine = std::clamp(endLine, 0, LineCount());
-    CloseAllBut(m_lineStatus, startLine, endLine);
+    m_lineStatus.CloseAllBut(startLine, endLine);
     if (startLine >= endLine) return true;
     Range range{startLine, endLine, startLine};
     FindBegin(plan->begin, endLine, callback, range);
@@ -49,7 +33,7 @@ bool CAppParseRuleFilter::Parse(const std::string& text, int startLine, int endL
     ContainLines(plan->includes, range.begin, range.end, true);
     ContainLines(plan->excludes, range.begin, range.end, false);
     for (const auto& child : Children()) child->Parse(text, range.begin, range.end, callback);
-    SetLineStatus(m_lineStatus, startLine, endLine);
+    if (IsUseMultiLineStatus()) AddRunStatus(m_lineStatus, startLine, endLine);
     return true;
 }
 
@@ -103,9 +87,9 @@ int CAppParseRuleFilter::FindLine(const Pattern& pattern, int startLine, int end
 
 void CAppParseRuleFilter::CloseOutside(const Range& range, int startLine, int endLine) {
     if (!m_definition->beginLine.empty() && !range.found)
-        CloseLines(m_lineStatus, startLine, endLine);
+        m_lineStatus.Close(startLine, endLine);
     else
-        CloseAllBut(m_lineStatus, range.begin, range.end);
+        m_lineStatus.CloseAllBut(range.begin, range.end);
 }
 
 // Each pattern counts for its first line, or for all with the loop. When all are used up, what is
@@ -115,29 +99,29 @@ void CAppParseRuleFilter::CloseOutside(const Range& range, int startLine, int en
 void CAppParseRuleFilter::ContainLines(const std::vector<Pattern>& patterns, int beginLine,
                                        int endLine, bool include) {
     if (patterns.empty()) return;
-    AppLineStatus marked(m_lineStatus.size());
-    int scanFrom = beginLine;
-    for (const auto& pattern : patterns)
-        if (pattern.isMultiLine) MarkMultiLines(pattern, endLine, scanFrom, marked);
-    CloseAllBut(m_lineStatus, beginLine, m_definition->isExcludeEndLine ? endLine : endLine + 1);
+    const auto marked = MarkMultiLines(patterns, beginLine, endLine);
+    m_lineStatus.CloseAllBut(beginLine, m_definition->isExcludeEndLine ? endLine : endLine + 1);
     std::vector<char> pending(patterns.size(), 1);
     CAppRegexMatch match;
     for (int line = beginLine; line < endLine; ++line) {
         if (!IsLineOpen(line)) continue;
         if (pending.empty() && !include) break;
         if (pending.empty() || FitsPending(patterns, line, marked, pending, match) != include)
-            m_lineStatus.reset(static_cast<std::size_t>(line));
+            m_lineStatus.Close(line, line + 1);
         if (std::find(pending.begin(), pending.end(), 1) == pending.end()) pending.clear();
     }
-    if (include)
-        m_lineStatus |= marked;
-    else
-        m_lineStatus -= marked;
+    for (int line = beginLine; !marked.lines.empty() && line < endLine; ++line) {
+        if (!marked.Has(line)) continue;
+        if (include)
+            m_lineStatus.Open(line);
+        else
+            m_lineStatus.Close(line, line + 1);
+    }
 }
 
 // All pending patterns are tried, also behind one that fits, so one line may use up several.
 bool CAppParseRuleFilter::FitsPending(const std::vector<Pattern>& patterns, int line,
-                                      const AppLineStatus& marked, std::vector<char>& pending,
+                                      const MarkedLines& marked, std::vector<char>& pending,
                                       CAppRegexMatch& match) const {
     const auto text = OriginalLineView(line);
     bool hit = false;
@@ -149,7 +133,7 @@ bool CAppParseRuleFilter::FitsPending(const std::vector<Pattern>& patterns, int 
             continue;
         }
         const bool fits = pattern.isMultiLine
-                              ? IsMarked(marked, line)
+                              ? marked.Has(line)
                               : pattern.regex->Search(text, match) == AppRegexSearch_Match;
         if (!fits) continue;
         hit = true;
@@ -158,10 +142,22 @@ bool CAppParseRuleFilter::FitsPending(const std::vector<Pattern>& patterns, int 
     return hit;
 }
 
+CAppParseRuleFilter::MarkedLines CAppParseRuleFilter::MarkMultiLines(
+    const std::vector<Pattern>& patterns, int beginLine, int endLine) {
+    MarkedLines marked{beginLine, {}};
+    int scanFrom = beginLine;
+    for (const auto& pattern : patterns) {
+        if (!pattern.isMultiLine) continue;
+        marked.lines.resize(static_cast<std::size_t>(std::max(endLine - beginLine, 0)));
+        MarkMultiLines(pattern, endLine, scanFrom, marked);
+    }
+    return marked;
+}
+
 // Each search goes over what is left of the lines as over a text of its own. A match is placed by
 // its text up to the first NUL, as ParseMultipleLineMatch does it.
 void CAppParseRuleFilter::MarkMultiLines(const Pattern& pattern, int endLine, int& scanFrom,
-                                         AppLineStatus& marked) {
+                                         MarkedLines& marked) {
     const auto* sample = GetSampleRoot();
     if (sample == nullptr) return;
     if (!pattern.regex) {
@@ -179,7 +175,7 @@ void CAppParseRuleFilter::MarkMultiLines(const Pattern& pattern, int endLine, in
         const auto behind = position + matched.size();
         const int first = scanFrom + GetLineCountByPos(rest, static_cast<int>(position));
         const int last = scanFrom + GetLineCountByPos(rest, static_cast<int>(behind));
-        for (int line = first; line <= last; ++line) marked.set(static_cast<std::size_t>(line));
+        for (int line = first; line <= last; ++line) marked.Mark(line);
         if (!m_definition->isFilterLoop) return;
         scanFrom = last + 1;
         const auto lineFeed = rest.find('\n', behind);
@@ -190,18 +186,31 @@ void CAppParseRuleFilter::MarkMultiLines(const Pattern& pattern, int endLine, in
 // Children of the second and later runs of a paragraph start from the status of its first run: that
 // is how a filter below a paragraph is defined.
 AppLineStatus& CAppParseRuleFilter::GetLineStatus() {
-    if (IsUseMultiLineStatus() && !m_multiLineStatus.empty()) return m_multiLineStatus.front();
+    if (IsUseMultiLineStatus() && !m_multiLineStatus.empty())
+        return m_multiLineStatus.front().HostBits();
     return CAppParseRule::GetLineStatus();
 }
 
+const CAppLineStatus& CAppParseRuleFilter::LineStatus() {
+    if (IsUseMultiLineStatus() && !m_multiLineStatus.empty()) return m_multiLineStatus.front();
+    return CAppParseRule::LineStatus();
+}
+
 int CAppParseRuleFilter::GetLineStatus(std::vector<AppLineStatus>& statuses) const {
-    statuses =
-        IsUseMultiLineStatus() ? m_multiLineStatus : std::vector<AppLineStatus>{m_lineStatus};
+    statuses.clear();
+    for (const auto& status : RunStatuses()) statuses.push_back(status.ToBits());
     return static_cast<int>(statuses.size());
 }
 
+std::vector<CAppLineStatus> CAppParseRuleFilter::RunStatuses() const {
+    return IsUseMultiLineStatus() ? m_multiLineStatus : std::vector<CAppLineStatus>{m_lineStatus};
+}
+
 void CAppParseRuleFilter::SetLineStatus(AppLineStatus status, int startLine, int endLine) {
-    if (!IsUseMultiLineStatus()) return;
-    CloseAllBut(status, startLine, endLine);
+    if (IsUseMultiLineStatus()) AddRunStatus(CAppLineStatus(status), startLine, endLine);
+}
+
+void CAppParseRuleFilter::AddRunStatus(CAppLineStatus status, int startLine, int endLine) {
+    status.CloseAllBut(startLine, endLine);
     m_multiLineStatus.push_back(std::move(status));
 }
