@@ -15,6 +15,7 @@ set(TZ_FLOORS
     tzparser/rule
     tzparser/keyword
     tzparser/select
+    tzparser/table
     tzparser/value
     tzparser/identify
     tzparser/engine
