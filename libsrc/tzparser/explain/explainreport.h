@@ -26,6 +26,8 @@ struct ExplainFact {
     // Of a statement: the statement, and the byte offset where the match stopped; -1: none.
     std::string statement;
     int statementColumn = -1;
+    // The line as the rule read it, when replacements made it another than the text's.
+    std::string replacedLine;
 };
 
 // A rule of the tree that ran.
@@ -36,6 +38,7 @@ struct ExplainRule {
     std::string name;     // without "$"; empty for keyword rules
     std::string path;     // as tzparse check writes it: "samples[0].parserRules.parserule[1]"
     bool hasRun = false;  // whether it came to reading lines
+    int runs = 0;         // how often: once, or once a paragraph above it
     int beginLine = 0;    // the range of the last run
     int endLine = 0;
     int openLines = 0;  // the lines of that range that the rule saw
