@@ -3,6 +3,7 @@
 // decides its type.
 #include "tzparser/engine/tzparser.h"
 #include "tzparser/engine/tzparsersample.h"
+#include "tzparser/engine/variablenodes.h"
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/select/appparserulefilter.h"
@@ -14,6 +15,8 @@ namespace {
 
 constexpr const char* RootName = "parser";
 constexpr std::string_view NoPythonName = " ~!@#$%^&*()[]{}<>-+=.,?'|/\\\t\n\r\":;";
+
+}  // namespace
 
 std::string WithoutDollars(const std::string& name) {
     const auto begin = name.find_first_not_of('$');
@@ -29,8 +32,6 @@ std::unique_ptr<CAppVariableDef> MakeVariable(CAppVariableDef& parent, const std
     column->SetBaseType(type);
     return column;
 }
-
-}  // namespace
 
 std::shared_ptr<CAppVariableDef> CTzParser::CreateVarTree() const {
     auto root = std::make_shared<CAppVariableDef>(nullptr, RootName, AppDataType_Parsing,
@@ -49,6 +50,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Sample, &CTzParser::AddSampleVariables},
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
         {RuleType_Filter, &CTzParser::AddFilterVariables},
+        {RuleType_Table, &CTzParser::AddTableVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)

@@ -38,7 +38,7 @@ struct TableCell {
 //
 // A cell is found in three steps: where it starts, how long it is, its text. The steps for columns
 // that begin at places are in tablerowleft.cpp, for columns that end under their headers in
-// tablerowright.cpp, for tokens in tablerowtokens.cpp. Views live as long as the lines; positions
+// tablerowright.cpp, the rest in tablerow.cpp. Views live as long as the lines; positions
 // outside of a line are never read.
 class CTableRow {
 public:
