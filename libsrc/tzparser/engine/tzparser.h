@@ -94,6 +94,12 @@ private:
     void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddTableVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     static std::string GeneratePythonName(const std::string& name);
+    static std::string WithoutDollars(const std::string& name);
+    // A node that its parent doesn't have yet: inside a table a column of elements of the type,
+    // elsewhere a plain node.
+    static std::unique_ptr<CAppVariableDef> MakeVariable(CAppVariableDef& parent,
+                                                         const std::string& name,
+                                                         AppDataType_e type, bool inTable);
 
     // What a table or paragraph rule says about its table.
     struct TableSource {
@@ -106,6 +112,7 @@ private:
     // above: the one that is there already, whatever node it is, else a new one.
     static CAppVariableDef& AddTable(CAppVariableDef& def, const TableSource& source);
     // Keys go into a definition without the "$" characters in front, empty ones not at all.
+    static std::set<std::string> CleanKeys(const std::set<std::string>& keys);
     static void SetTableKeys(CAppVariableTableDef* table, const std::set<std::string>& keys);
     static void SetTableKeys2(CAppVariableTableDef* table, const std::set<std::string>& tableKeys,
                               const std::set<std::string>& interfaceKeys);

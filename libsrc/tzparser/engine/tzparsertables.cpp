@@ -1,7 +1,6 @@
 // Tables in the variable tree. They hang at the root of what is parsed, whatever rules they are
 // nested in; what the first rule of a name says about keys and comparison holds.
 #include "tzparser/engine/tzparser.h"
-#include "tzparser/engine/variablenodes.h"
 #include "tzparser/table/appparseruletable.h"
 #include "tzparser/variable/appdatatypehelper.h"
 #include "tzparser/variable/appvariabletabledef.h"
@@ -14,14 +13,14 @@ CAppVariableDef& FindAnchor(CAppVariableDef& def) {
     return def;
 }
 
-std::set<std::string> CleanKeys(const std::set<std::string>& keys) {
+}  // namespace
+
+std::set<std::string> CTzParser::CleanKeys(const std::set<std::string>& keys) {
     std::set<std::string> cleaned;
     for (const auto& key : keys) cleaned.insert(WithoutDollars(key));
     cleaned.erase(std::string());
     return cleaned;
 }
-
-}  // namespace
 
 CAppVariableDef& CTzParser::AddTable(CAppVariableDef& def, const TableSource& source) {
     auto& anchor = FindAnchor(def);

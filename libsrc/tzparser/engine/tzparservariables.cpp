@@ -3,7 +3,6 @@
 // decides its type.
 #include "tzparser/engine/tzparser.h"
 #include "tzparser/engine/tzparsersample.h"
-#include "tzparser/engine/variablenodes.h"
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/select/appparserulefilter.h"
@@ -18,14 +17,14 @@ constexpr std::string_view NoPythonName = " ~!@#$%^&*()[]{}<>-+=.,?'|/\\\t\n\r\"
 
 }  // namespace
 
-std::string WithoutDollars(const std::string& name) {
+std::string CTzParser::WithoutDollars(const std::string& name) {
     const auto begin = name.find_first_not_of('$');
     return begin == std::string::npos ? std::string() : name.substr(begin);
 }
 
-// Inside a table a variable is a column of elements of the type, elsewhere a plain node.
-std::unique_ptr<CAppVariableDef> MakeVariable(CAppVariableDef& parent, const std::string& name,
-                                              AppDataType_e type, bool inTable) {
+std::unique_ptr<CAppVariableDef> CTzParser::MakeVariable(CAppVariableDef& parent,
+                                                         const std::string& name,
+                                                         AppDataType_e type, bool inTable) {
     if (!inTable)
         return std::make_unique<CAppVariableDef>(&parent, name, type, AppVariableType_Parser, "");
     auto column = std::make_unique<CAppVariableArrayDef>(&parent, name, AppVariableType_Parser, "");
