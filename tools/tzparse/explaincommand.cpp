@@ -4,7 +4,9 @@
 
 #include "definitionfile.h"
 #include "explainformat.h"
+#include "explainpage.h"
 #include "inputfile.h"
+#include "outputfile.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,6 +18,10 @@ CExplainCommand::CExplainCommand(CLI::App& app)
     m_command->add_option("TEXT", m_text, "The text; - is standard input")
         ->required()
         ->option_text(" ");
+    m_command
+        ->add_option("--html", m_page,
+                     "Write a page for a browser instead, with the values in the text")
+        ->option_text("FILE");
 }
 
 bool CExplainCommand::IsChosen() const {
@@ -27,6 +33,16 @@ ExitStatus_e CExplainCommand::Run(COutputWriter& out) const {
         throw CToolError(ExitStatus_Unusable,
                          "only one of DEFINITION and TEXT can be standard input");
     const auto report = CTzExplain::Explain(ReadDefinition(m_definition), ReadInput(m_text));
-    WriteExplanation(report, out);
+    if (m_page.empty())
+        WriteExplanation(report, out);
+    else
+        WritePage(report);
     return report.isParsed && CountTroubles(report) == 0 ? ExitStatus_Ok : ExitStatus_Failed;
+}
+
+void CExplainCommand::WritePage(const ExplainReport& report) const {
+    COutputFile file(m_page);
+    COutputWriter page(file.Descriptor());
+    WriteExplainPage(report, {m_definition, m_text}, page);
+    page.Finish();
 }

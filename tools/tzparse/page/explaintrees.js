@@ -205,7 +205,7 @@ class ValueTree extends Tree {
     this.shown = 0;
     this.rowOfValue = new Map();
     this.addNode(this.roots, 0);
-    this.list.reset(this.rows.length);
+    this.list.reset(this.rows.length, this.widestRow());
     this.active = Math.min(this.active, Math.max(0, this.rows.length - 1));
   }
 
@@ -230,6 +230,18 @@ class ValueTree extends Tree {
       if (values.some((i) => this.matches(i))) this.addRow({ level, grid: node, index, cells }, values);
     }
     if (this.rows.length === at + 1) this.rows.length = at;
+  }
+
+  // About how many characters the widest row has.
+  widestRow() {
+    let widest = 0;
+    for (const { level, value, grid, cells } of this.rows.slice(0, MEASURED_ROWS)) {
+      let width = 2 * level + 8;
+      if (value !== undefined) width += this.report.name(value).length + this.shortText(value).length + 20;
+      if (grid && !cells) for (const column of grid.columns.values()) width += Math.max(3, column) + 3;
+      widest = Math.max(widest, width);
+    }
+    return widest;
   }
 
   addRow(row, values) {
