@@ -160,6 +160,28 @@ class TzparseTest(unittest.TestCase):
         self.fails(2, "only one of", "identify", "-", "-")
         self.fails(2, "xml", "identify", document, "-", "--format", "xml")
 
+    def test_explain(self):
+        document = self.file("d.json", definition("mtu $int:mtu bytes", "name $mstring:name"))
+        good = Run("explain", document, "-", stdin=b"name a\x1b\tb\nmtu 1500 bytes")
+        self.assertEqual((good.status, good.err), (0, ""))
+        self.assertIn('line 1: "name $mstring:name" matched: $name = "a\\x1b\\tb"\n', good.out.decode())
+        self.assertTrue(good.out.endswith(b"\n2 values, 0 statements without a match, 0 things to look at\n"))
+        text = b"name x\n" + b"\xff" * 60 + b" mtu 15 bits" + b"-" * 2000
+        bad = Run("explain", document, "-", stdin=text)
+        self.assertEqual((bad.status, bad.err), (1, ""))
+        self.assertIn('  ! no line fits "mtu $int:mtu bytes"\n', bad.out.decode())
+        lines = bad.out.decode().splitlines()
+        at = next(i for i, line in enumerate(lines) if line.strip() == "nearest: line 2")
+        self.assertEqual(lines[at + 1].index("its---"), lines[at + 2].index("^ matched up to here"))
+        self.assertTrue(lines[at + 1].lstrip().startswith("...\\xff") and lines[at + 1].endswith("-..."))
+        self.assertEqual(lines[at + 4].index("ytes"), lines[at + 5].index("^ stopped here"))
+        self.assertEqual(lines[-1], "1 value, 1 statement without a match, 1 thing to look at")
+        none = Run("explain", self.file("e.json", b"{}"), "-", stdin=b"x")
+        self.assertEqual(none.status, 1)
+        self.assertIn(b"! cannot find matched parser.\n", none.out)
+        self.fails(2, "only one of", "explain", "-", "-")
+        self.fails(2, "not JSON", "explain", self.file("f.json", b"{"), "-", stdin=b"x")
+
     def test_diff(self):
         document = self.file("d.json", definition("^up $int:up", "^host $host"))
         old = self.file("old.txt", b"up 5\nhost a\"b\n")

@@ -118,8 +118,11 @@ void TellKept(CExplainScope& scope, CAppParseRuleFilter& filter) {
         if (open > 0 && first < 0) first = status.NextOpen(range.begin);
         kept += open;
     }
-    if (kept > 0)
-        scope.Tell("keeps " + CountInWords(kept, "line") + ", the first", first);
+    const auto* parent = filter.GetParentRule();
+    if (parent != nullptr && parent->GetRuleType() == RuleType_Table)
+        scope.Tell("the first of " + CountInWords(kept, "line") + " taken for no rows", first);
+    else if (kept > 0)
+        scope.Tell("the first of " + CountInWords(kept, "line") + " kept", first);
     else
         scope.Warn("keeps no line");
 }

@@ -193,6 +193,7 @@ void TellTrial(CExplainScope& scope, CAppParseRuleKeyWord& rule, const Trial& tr
 void ExplainKeyWord(CExplainScope& scope) {
     auto* rule = dynamic_cast<CAppParseRuleKeyWord*>(&scope.Rule());
     if (rule == nullptr) return;
+    scope.Below().clear();  // what stands below a keyword rule never runs
     auto trials = MakeTrials(*rule);
     CAppRegexMatch match;
     ExplainBounds(scope, [&](std::size_t run, const ExplainRun& range) {

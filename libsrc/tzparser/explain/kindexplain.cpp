@@ -3,6 +3,7 @@
 #include "tzparser/explain/boundsexplain.h"
 #include "tzparser/rule/appparserulesample.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/table/appparseruletable.h"
 
 namespace {
 
@@ -20,9 +21,15 @@ std::string NameOfFilter(const CAppParseRule& rule) {
     return filter != nullptr ? filter->GetName() : std::string();
 }
 
+std::string NameOfTable(const CAppParseRule& rule) {
+    const auto* table = dynamic_cast<const CAppParseRuleTable*>(&rule);
+    return table != nullptr ? table->GetName() : std::string();
+}
+
 const KindRow Kinds[] = {
     {RuleType_Sample, {"sample", &ExplainSample, &NoName}},
     {RuleType_KeyWord, {"keyword", &ExplainKeyWord, &NoName}},
+    {RuleType_Table, {"table", &ExplainTable, &NameOfTable}},
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfFilter}},
 };
 

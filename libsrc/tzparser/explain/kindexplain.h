@@ -18,3 +18,4 @@ const KindExplainer& FindExplainer(RuleType type);
 void ExplainSample(CExplainScope& scope);
 void ExplainKeyWord(CExplainScope& scope);
 void ExplainFilter(CExplainScope& scope);
+void ExplainTable(CExplainScope& scope);

@@ -76,12 +76,17 @@ void CRuleWalk::PushChildren(const Pending& pending, int index, ExplainRuns&& ru
     const auto& children = pending.rule->Children();
     if (children.empty()) return;
     const auto shared = std::make_shared<const ExplainRuns>(std::move(runs));
+    // Of what stands below a table only filters run.
+    const auto noRuns = std::make_shared<const ExplainRuns>();
     const CNodeList nodes(*pending.document);
     const bool isOwnFirst = MakesItsFirstChild(pending.rule->GetRuleType()) &&
                             (nodes.Count() == 0 || !IsKeyWordNode(nodes.Node(0)));
     for (auto i = children.size(); i-- > 0;) {
         static const hxJson::Value none;
-        Pending child{children[i].get(), &none, pending.path, pending.path, index, shared};
+        const bool mayRun = pending.rule->GetRuleType() != RuleType_Table ||
+                            children[i]->GetRuleType() == RuleType_Filter;
+        Pending child{children[i].get(), &none, pending.path,
+                      pending.path,      index, mayRun ? shared : noRuns};
         const auto place = isOwnFirst ? i - 1 : i;
         if (!(isOwnFirst && i == 0) && place < nodes.Count()) {
             child.document = &nodes.Node(place)[RuleKey::Child];

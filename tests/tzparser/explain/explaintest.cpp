@@ -161,7 +161,7 @@ TEST(Explain, Filters) {
          "  begin line found by \"regex:^begin\" @1\n"
          "  end line found by \"regex:^end\" @5\n"
          "  2 lines fit the include pattern \"a\"\n"
-         "  keeps 2 lines, the first @2\n"
+         "  the first of 2 lines kept @2\n"
          "keyword 1-6 2\n"
          "  \"a $a\" matched: $a = \"1\" @2\n"},
         {"no begin line", R"({"type":1,"name":"f","startline":"regex:^begin$","endline":"x"})",
@@ -180,7 +180,7 @@ TEST(Explain, Filters) {
          "  ! no line fits the include pattern \"none\"\n"
          "  1 line fits the include pattern \"b\"\n"
          "  no line fits the exclude pattern \"no\"\n"
-         "  keeps 1 line, the first @1\n"
+         "  the first of 1 line kept @1\n"
          "keyword 0-3 1\n"},
     };
     CheckAll(rows);
