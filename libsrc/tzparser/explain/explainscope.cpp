@@ -35,10 +35,10 @@ ExplainFact& CExplainScope::Warn(const std::string& text, int line, int column) 
 
 ExplainFact& CExplainScope::TellNearest(const std::string& words, const std::string& statement,
                                         const ExplainRun& range, const CAppLineStatus& status,
-                                        bool isWrapped) {
+                                        bool isWrapped, CutForm_e form) {
     NearestMatch match;
     std::size_t open = 0;
-    if (IsOverLines(statement)) {
+    if (form == CutForm_Statement && IsOverLines(statement)) {
         match = FindOverLines(statement, range, status);
     } else {
         std::vector<NearestCandidate> lines;
@@ -48,7 +48,7 @@ ExplainFact& CExplainScope::TellNearest(const std::string& words, const std::str
             lines.push_back(
                 {line, isWrapped ? m_rule.WrappedLineView(line) : m_rule.OriginalLineView(line)});
         }
-        match = m_nearest.Find(statement, lines);
+        match = m_nearest.Find(statement, lines, form);
     }
     auto& fact = Tell(words + " " + Quoted(statement), match.line, match.column);
     fact.statement = statement;

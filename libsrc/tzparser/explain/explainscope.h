@@ -47,7 +47,8 @@ public:
     // words come in front, what is behind them is added here. The open lines of `status` count,
     // with the rule's replacements when `isWrapped`.
     ExplainFact& TellNearest(const std::string& words, const std::string& statement,
-                             const ExplainRun& range, const CAppLineStatus& status, bool isWrapped);
+                             const ExplainRun& range, const CAppLineStatus& status, bool isWrapped,
+                             CutForm_e form = CutForm_Statement);
     // The first of the text's lines outside of what the rule saw in a range that an expression
     // matches; -1: none, or none among the first lines.
     int FindUnseen(const CAppRegex& expression, const ExplainRun& range,

@@ -16,6 +16,12 @@ const CAppLineStatus& StatusAbove(CAppParseRuleFilter& filter) {
     return parent != nullptr ? parent->LineStatus() : filter.LineStatus();
 }
 
+// Such a filter selects lines that are no rows, and may well select none.
+bool IsBelowTable(const CAppParseRuleFilter& filter) {
+    const auto* parent = filter.GetParentRule();
+    return parent != nullptr && parent->GetRuleType() == RuleType_Table;
+}
+
 // "begin line" and "end line" work alike here.
 struct Edge {
     const char* name;
@@ -101,7 +107,7 @@ void ExplainPatterns(CExplainScope& scope, CAppParseRuleFilter& filter,
         const auto& range = filter.GetRunRanges().front();
         auto& fact = scope.TellNearest("no line fits the " + name + " pattern", pattern,
                                        {range.begin, range.end}, StatusAbove(filter), false);
-        fact.isTrouble = isInclude;
+        fact.isTrouble = isInclude && !IsBelowTable(filter);
     }
 }
 
@@ -118,9 +124,10 @@ void TellKept(CExplainScope& scope, CAppParseRuleFilter& filter) {
         if (open > 0 && first < 0) first = status.NextOpen(range.begin);
         kept += open;
     }
-    const auto* parent = filter.GetParentRule();
-    if (parent != nullptr && parent->GetRuleType() == RuleType_Table)
-        scope.Tell("the first of " + CountInWords(kept, "line") + " taken for no rows", first);
+    if (IsBelowTable(filter))
+        scope.Tell(kept == 0 ? "no line of the table is taken for no row"
+                             : "the first of " + CountInWords(kept, "line") + " taken for no rows",
+                   first);
     else if (kept > 0)
         scope.Tell("the first of " + CountInWords(kept, "line") + " kept", first);
     else
@@ -140,7 +147,7 @@ void ExplainFilter(CExplainScope& scope) {
     if (filter == nullptr) return;
     SetRunsBelow(scope, *filter);
     if (filter->GetRunRanges().empty()) {
-        scope.Warn("had no line to run over");
+        if (!scope.Runs().empty()) scope.Warn("had no line to run over");
         return;
     }
     ExplainEdge(scope, *filter,

@@ -9,7 +9,6 @@
 #include "tzparser/explain/nearestline.h"
 
 #include "host/text/asciicase.h"
-#include "tzparser/explain/statementcuts.h"
 #include "tzparser/pattern/appregex.h"
 
 #include <algorithm>
@@ -33,8 +32,8 @@ std::string Lower(std::string_view text) {
 // The prefixes of one statement, and the searches with them.
 class CNearestLine::Prefixes {
 public:
-    Prefixes(const std::string& statement, std::size_t& searchesLeft)
-        : m_cuts(statement), m_compiled(m_cuts.Count() + 1), m_searchesLeft(searchesLeft) {}
+    Prefixes(const std::string& statement, CutForm_e form, std::size_t& searchesLeft)
+        : m_cuts(statement, form), m_compiled(m_cuts.Count() + 1), m_searchesLeft(searchesLeft) {}
 
     const CStatementCuts& Cuts() const { return m_cuts; }
 
@@ -112,8 +111,8 @@ private:
 };
 
 NearestMatch CNearestLine::Find(const std::string& statement,
-                                const std::vector<NearestCandidate>& lines) {
-    Prefixes prefixes(statement, m_searchesLeft);
+                                const std::vector<NearestCandidate>& lines, CutForm_e form) {
+    Prefixes prefixes(statement, form, m_searchesLeft);
     std::size_t best = 0;
     std::string_view bestText;
     NearestMatch nearest;
@@ -139,7 +138,7 @@ NearestMatch CNearestLine::Find(const std::string& statement,
 }
 
 NearestMatch CNearestLine::FindInText(const std::string& statement, std::string_view text) {
-    Prefixes prefixes(statement, m_searchesLeft);
+    Prefixes prefixes(statement, CutForm_Statement, m_searchesLeft);
     if (prefixes.Cuts().Count() == 0) return {};
     std::ptrdiff_t end = 0;
     const auto count = prefixes.Longest(0, text.substr(0, MaxText), end);

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "tzparser/explain/statementcuts.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 class CAppRegex;
-class CStatementCuts;
 
 // A line to be compared with a statement; the view must outlive the comparison.
 struct NearestCandidate {
@@ -38,7 +39,8 @@ public:
     // The number of lines worth offering for one statement.
     static constexpr std::size_t MaxLines = 4000;
 
-    NearestMatch Find(const std::string& statement, const std::vector<NearestCandidate>& lines);
+    NearestMatch Find(const std::string& statement, const std::vector<NearestCandidate>& lines,
+                      CutForm_e form = CutForm_Statement);
     // The same for a statement over several lines; the column is an offset in the text.
     NearestMatch FindInText(const std::string& statement, std::string_view text);
 

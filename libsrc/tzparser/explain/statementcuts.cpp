@@ -106,18 +106,26 @@ std::string CaptureOf(std::string_view variable) {
 
 }  // namespace
 
-CStatementCuts::CStatementCuts(const std::string& statement) : m_statement(statement) {
+CStatementCuts::CStatementCuts(const std::string& statement, CutForm_e form)
+    : m_statement(statement) {
     if (statement.empty() || statement.size() > MaxStatement) return;
-    CParserPatternHelper helper;
-    std::string error;
-    if (!helper.Parse(statement, error))
-        CutText(m_statement);
-    else if (helper.IsRegex())
-        CutExpression(m_statement, statement.size() - helper.GetRegex().size());
-    else if (!helper.IsMline())
+    if (form == CutForm_Headers)
         CutPlain(m_statement);
+    else
+        CutByForm();
     m_begin = m_pieces.empty() ? 0 : m_pieces.front().begin;
     GatherWords();
+}
+
+void CStatementCuts::CutByForm() {
+    CParserPatternHelper helper;
+    std::string error;
+    if (!helper.Parse(m_statement, error))
+        CutText(m_statement);
+    else if (helper.IsRegex())
+        CutExpression(m_statement, m_statement.size() - helper.GetRegex().size());
+    else if (!helper.IsMline())
+        CutPlain(m_statement);
 }
 
 void CStatementCuts::AddPiece(std::string_view statement, std::size_t begin, std::size_t end,

@@ -5,6 +5,12 @@
 #include <string_view>
 #include <vector>
 
+// How a text is read that has to be cut.
+enum CutForm_e {
+    CutForm_Statement,  // as rules read it: a statement or, when it is none, a text as it stands
+    CutForm_Headers,    // words with any blanks between them, with or without variables
+};
+
 // CStatementCuts cuts a statement into the pieces that a line has to hold one behind the other, so
 // that one can ask how far a line follows it.
 //
@@ -23,7 +29,7 @@ public:
     // A longer statement isn't cut, in bytes.
     static constexpr std::size_t MaxStatement = 2000;
 
-    explicit CStatementCuts(const std::string& statement);
+    explicit CStatementCuts(const std::string& statement, CutForm_e form = CutForm_Statement);
 
     std::size_t Count() const { return m_pieces.size(); }
     // The byte offset in the statement behind the first `count` pieces; with 0 where the first
@@ -47,6 +53,7 @@ private:
         bool isLiteral;  // a letter or digit
     };
 
+    void CutByForm();
     void CutPlain(std::string_view statement);
     void CutLiteral(std::string_view statement, std::size_t begin, std::size_t end);
     void CutText(std::string_view text);

@@ -58,7 +58,7 @@ int HeadersReached(const HeaderTrial& trial) {
 
 std::string WordsOfTrial(const CAppParseRuleTable& table, const HeaderTrial& trial) {
     if (trial.verdict == HeaderVerdict_WholeLineFails)
-        return "it isn't the whole of the headers one behind the other";
+        return "the headers don't stand in it one behind the other";
     std::string words = HeaderAt(table, trial.missingHeader) + " isn't in it";
     if (trial.verdict == HeaderVerdict_TokenFitsNone)
         words += ", and word " + std::to_string(trial.token + 1) + " is no part of " +
@@ -92,7 +92,7 @@ void TellHeaderMissing(CExplainScope& scope, CAppParseRuleTable& table, const He
                 CountInWords(tally.runs, "paragraph") + "; " + LinesInWords(tally.firstMiss) +
                 " have none of";
     auto& fact = candidates.empty() ? scope.TellNearest(words, AllHeaders(table), tally.firstMiss,
-                                                        table.LineStatus(), true)
+                                                        table.LineStatus(), true, CutForm_Headers)
                                     : scope.Tell(words + " " + Quoted(AllHeaders(table)));
     fact.isTrouble = tally.found == 0;
     for (const auto& trial : candidates)
@@ -123,6 +123,11 @@ void TellColumns(CExplainScope& scope, const CAppParseRuleTable& table) {
     if (layout.separatorLine >= 0)
         scope.Tell("the columns are those of the ruled line", layout.separatorLine);
     scope.Tell(ColumnsInWords(table));
+    for (std::size_t i = 0; i < layout.columns.size(); ++i)
+        if (layout.columns[i] < 0 && table.GetAlign() != TableAlign_Tokens)
+            scope.Warn("the column " + Quoted(table.Headers()[i]) +
+                       " has no place: its very text, capitals too, isn't in the header line "
+                       "behind the header before");
     const auto& variables = table.GetHeaderVars();
     for (const auto& header : table.Headers())
         if (variables.count(header) == 0)

@@ -186,6 +186,64 @@ TEST(Explain, Filters) {
     CheckAll(rows);
 }
 
+TEST(Explain, Tables) {
+    const std::string ports =
+        R"({"type":3,"name":"ports","headers":"Port;Name;VLAN","headertovariables":"Port:$port;)"
+        R"(VLAN:$int:vlan","endline":"Total $x")";
+    const auto plain = ports + "}";
+    const auto skipping = ports +
+                          R"(,"child":{"parserule":[{"type":1,"name":"f","includelines":)"
+                          R"({"includeline":["down"]}},{"keywords":{"keyword":["a $a"]}}]}})";
+    const auto tokens = ports + R"(,"aligntype":3,"alignrange":"1;2"})";
+    const std::string found = "  header line found, with each header in it @1\n";
+    const std::string dropped = "  the column \"Name\" has no variable and is dropped\n";
+    const std::string columns = "  columns begin at \"Port\" 1, \"Name\" 8, \"VLAN\" ";
+    const struct {
+        const char* name;
+        std::string nodes;
+        const char* text;
+        std::string wanted;
+    } rows[] = {
+        {"header, columns, end, rows", plain,
+         "x\nPort   Name   VLAN\nGi0/1  uplink 10\nGi0/2  down   11\nTotal 2",
+         "table ports 0-5 5\n" + found + columns + "15\n" + dropped +
+             "  end found by \"Total $x\" @4\n  the first of 2 rows @2\n"},
+        {"rows left out by a filter; other rules below never run", skipping,
+         "x\nPort   Name   VLAN\n===--- ===--- ===---\nGi0/1  uplink 10\nGi0/2  down   11\na 1",
+         "table ports 0-6 6\n" + found + "  the columns are those of the ruled line @2\n" +
+             columns + "15\n" + dropped +
+             "  no line fits the end condition \"Total $x\"; so the table goes on to the last "
+             "line\n"
+             "  the first of 2 rows @3\n"
+             "filter f 3-6 1\n"
+             "  1 line fits the include pattern \"down\"\n"
+             "  the first of 1 line taken for no rows @4\n"
+             "keyword 3-6 1\n"
+             "keyword\n"},
+        {"a header in other letters", plain, "x\nPort   Name   Vlan\nGi0/1  uplink 10",
+         "table ports 0-3 3\n" + found + columns + "nowhere\n" +
+             "  ! the column \"VLAN\" has no place: its very text, capitals too, isn't in the "
+             "header "
+             "line behind the header before\n" +
+             dropped +
+             "  no line fits the end condition \"Total $x\"; so the table goes on to the last "
+             "line\n"
+             "  the first of 1 row @2\n"},
+        {"how far the nearest line follows the headers", plain,
+         "Port\nPort   Name   Wlan\nPort   Nome\nGi0/1  uplink 10",
+         "table ports 0-4 4\n  ! no line is the header line of \"Port Name VLAN\" @1:14 /10\n"},
+        {"no line looks like one", plain, "x\nPart   Nama   VLAN\nGi0/1  uplink 10",
+         "table ports 0-3 3\n"
+         "  ! no line is the header line of \"Port Name VLAN\" @1:1 /1\n"},
+        {"too few columns", tokens, "x\nPort   Name   VLAN\nGi0/1  uplink 10",
+         "table ports 0-3 3\n" + found + "  ! 2 columns for 3 headers, so no row is read\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(DumpRules(ExplainRules(row.nodes, row.text)), row.wanted);
+    }
+}
+
 // The first rule of a filter may be one that no node of the document stands for.
 TEST(Explain, PathsLeadToTheDocument) {
     const auto report = CTzExplain::Explain(ParseJson(R"({"sequences":[4],"samples":[
