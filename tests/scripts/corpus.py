@@ -10,12 +10,16 @@ import tempfile
 from pathlib import Path
 
 DEFINITION = {"samples": [{"parserRules": {"parserule": [{"keywords": {"keyword": [
-    "^Name: $name", "^Ports: $mstring:ports", "^Up: $int:days days", "^State: $state"]}}]}}]}
+    "^Name: $name", "^Ports: $mstring:ports", "^Up: $int:days days", "^State: $state"]}},
+    {"type": 3, "name": "members", "headers": "Id;Role", "headertovariables": "Id:$int:id;Role:$role"}]}}]}
 FIELDS = {"host": "name", "ports": {"variable": "ports", "split": ",", "lower": True},
           "uptime": {"text": "{days}d", "replace": [["^d$", ""]]}}
 TEXT = "Name: sw-1\nPorts: Gi1, Gi2\nUp: 3 days\nState: ok\n"
 RECORD = {"host": "sw-1", "ports": ["gi1", "gi2"], "uptime": "3d"}
 OTHER = {**RECORD, "host": "sw-2"}
+MEMBERS = TEXT + "Id  Role\n1   active\n    lost\n2   standby\n"
+ROWS = {"tables": ["members"], "require": ["id"], "key": ["id"],
+        "fields": {"id": "id", "role": "role", "host": "name", "spare": ""}}
 
 # name, the mapping beside commands and fields, the text, its records, the exit status, words that the
 # output must hold
@@ -40,6 +44,12 @@ CASES = [
     ("a text is left out", {"skip": {"a.txt": "cut off"}}, TEXT, [OTHER], 0, ["0 texts", "left out: cut off"]),
     ("an unknown variable", {"fields": {"host": "nothing"}}, TEXT, [RECORD], 1,
      ["FAULTY: the result has no variable 'nothing'"]),
+    ("rows of a table that have an id", ROWS, MEMBERS,
+     [{"id": "1", "role": "active", "host": "sw-1"}, {"id": "2", "role": "standby", "host": "sw-1"}], 0,
+     ["2 records, 8 values, 8 equal"]),
+    ("a row between two is missing", ROWS, MEMBERS,
+     [{"id": number, "role": role, "host": "sw-1"} for number, role in
+      [("1", "active"), ("7", "gone"), ("2", "standby")]], 1, ["12 values, 9 equal, 0 different, 3 missing"]),
     ("no texts of the command", {"commands": ["ios/other"]}, TEXT, [RECORD], 1, ["no texts of ios/other"]),
 ]
 
