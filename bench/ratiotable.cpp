@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const char* Units[] = {"us", "MB/s", "ns"};
+constexpr const char* Units[] = {"us", "MB/s", "ns", "MB"};
 constexpr std::size_t ColumnCount = 7;
 using Cells = std::array<std::string, ColumnCount>;
 
@@ -75,7 +75,8 @@ void CRatioTable::Note(const benchmark::BenchmarkReporter::Run& run) {
     const double time = isReal ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
     m_figures[run.run_name.str()] = {time / benchmark::GetTimeUnitMultiplier(run.time_unit),
                                      Counter(run.counters, "bytes_per_second"),
-                                     Counter(run.counters, "items_per_second")};
+                                     Counter(run.counters, "items_per_second"),
+                                     Counter(run.counters, "bytes")};
 }
 
 double CRatioTable::Value(const Figures& figures, RatioMeasure_e measure) {
@@ -86,6 +87,8 @@ double CRatioTable::Value(const Figures& figures, RatioMeasure_e measure) {
             return figures.bytesPerSecond / 1e6;
         case RatioMeasure_Nanoseconds:
             return figures.itemsPerSecond > 0 ? 1e9 / figures.itemsPerSecond : 0;
+        case RatioMeasure_Bytes:
+            return figures.bytes / 1e6;
     }
     return 0;
 }

@@ -12,6 +12,7 @@ enum RatioMeasure_e {
     RatioMeasure_Microseconds,  // of one iteration
     RatioMeasure_Megabytes,     // a second, of 10^6 bytes
     RatioMeasure_Nanoseconds,   // of one item
+    RatioMeasure_Bytes,         // the counter "bytes", shown in units of 10^6
 };
 
 // What should hold of the row; an empty aim holds always.
@@ -56,6 +57,7 @@ private:
         double seconds = 0;
         double bytesPerSecond = 0;
         double itemsPerSecond = 0;
+        double bytes = 0;
     };
     struct Line {
         const RatioRow* row;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+class CTzParser;
+
+// Texts of the shapes that tables and paragraphs read, and a definition for each. All are made
+// here, the same bytes on every run and machine.
+namespace ShapeText {
+
+constexpr std::size_t TableColumns = 8;
+constexpr std::size_t BlockVariables = 12;
+
+// A header and so many rows of eight columns, 95 bytes a row, as "show interfaces status" prints
+// them; a few values straddle their columns.
+std::string Table(std::size_t rows);
+std::unique_ptr<CTzParser> TableParser();
+
+// So many blocks of 14 lines with twelve values each, as "show interfaces" prints them.
+std::string Blocks(std::size_t blocks);
+std::unique_ptr<CTzParser> BlockParser();
+
+// So many blocks with so many one-line blocks in each: neighbours and their prefixes.
+std::string Nested(std::size_t outer, std::size_t inner);
+std::unique_ptr<CTzParser> NestedParser();
+
+}  // namespace ShapeText
