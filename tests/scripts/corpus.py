@@ -45,11 +45,12 @@ CASES = [
     ("an unknown variable", {"fields": {"host": "nothing"}}, TEXT, [RECORD], 1,
      ["FAULTY: the result has no variable 'nothing'"]),
     ("rows of a table that have an id", ROWS, MEMBERS,
-     [{"id": "1", "role": "active", "host": "sw-1"}, {"id": "2", "role": "standby", "host": "sw-1"}], 0,
-     ["2 records, 8 values, 8 equal"]),
+     [{"id": "1", "role": "active", "host": "sw-1", "spare": ""}, {"id": "2", "role": "standby"}], 0,
+     ["2 records, 6 values, 6 equal"]),
     ("a row between two is missing", ROWS, MEMBERS,
      [{"id": number, "role": role, "host": "sw-1"} for number, role in
-      [("1", "active"), ("7", "gone"), ("2", "standby")]], 1, ["12 values, 9 equal, 0 different, 3 missing"]),
+      [("1", "active"), ("7", "gone"), ("2", "standby")]], 1, ["9 values, 6 equal, 0 different, 3 missing"]),
+    ("a field that a record hasn't", {}, TEXT, [{"host": "sw-1"}], 0, ["1 values, 1 equal"]),
     ("no texts of the command", {"commands": ["ios/other"]}, TEXT, [RECORD], 1, ["no texts of ios/other"]),
 ]
 
