@@ -96,7 +96,8 @@ void TellFound(CExplainScope& scope, const Bound& bound, const BoundTally& tally
     if (bound.info.m_skip > 0)
         words +=
             ", " + CountInWords(static_cast<std::size_t>(bound.info.m_skip), "line") + " skipped";
-    scope.Tell(words, tally.line);
+    const bool isInText = tally.line >= 0 && tally.line < scope.Rule().LineStatus().Count();
+    scope.Tell(isInText ? words : words + ", outside of the text", isInText ? tally.line : -1);
 }
 
 void ExplainBound(CExplainScope& scope, const Bound& bound) {
@@ -120,7 +121,9 @@ void ExplainBounds(CExplainScope& scope,
     for (std::size_t run = 0; run < scope.Runs().size(); ++run) {
         const auto& lines = scope.Runs()[run];
         if (!rule.OnBeginParse(lines.begin, lines.end) || waits) continue;
-        const ExplainRun range{rule.GetNIStartLine(), rule.GetNIEndLine()};
+        const int count = rule.LineStatus().Count();
+        const ExplainRun range{std::clamp(rule.GetNIStartLine(), 0, count),
+                               std::clamp(rule.GetNIEndLine(), 0, count)};
         rule.ExecuteSearchReplace(range.begin, range.end);
         scope.NoteRun(range, rule.LineStatus());
         use(run, range);

@@ -36,20 +36,10 @@ ExplainFact& CExplainScope::Warn(const std::string& text, int line, int column) 
 ExplainFact& CExplainScope::TellNearest(const std::string& words, const std::string& statement,
                                         const ExplainRun& range, const CAppLineStatus& status,
                                         bool isWrapped, CutForm_e form) {
-    NearestMatch match;
-    std::size_t open = 0;
-    if (form == CutForm_Statement && IsOverLines(statement)) {
-        match = FindOverLines(statement, range, status);
-    } else {
-        std::vector<NearestCandidate> lines;
-        for (int line = status.NextOpen(range.begin); line < range.end && line < status.Count();
-             line = status.NextOpen(line + 1)) {
-            if (++open > CNearestLine::MaxLines) continue;
-            lines.push_back(
-                {line, isWrapped ? m_rule.WrappedLineView(line) : m_rule.OriginalLineView(line)});
-        }
-        match = m_nearest.Find(statement, lines, form);
-    }
+    const auto lines = CandidatesIn(range, status, isWrapped);
+    const auto match = form == CutForm_Statement && IsOverLines(statement)
+                           ? FindOverLines(statement, range, status)
+                           : m_nearest.Find(statement, lines, form);
     auto& fact = Tell(words + " " + Quoted(statement), match.line, match.column);
     fact.statement = statement;
     fact.statementColumn = match.statementColumn;
@@ -57,13 +47,27 @@ ExplainFact& CExplainScope::TellNearest(const std::string& words, const std::str
         m_rule.WrappedLineView(match.line) != m_rule.OriginalLineView(match.line))
         fact.replacedLine = m_rule.WrappedLineView(match.line);
     if (!match.wish.empty()) fact.text += "; " + match.wish;
-    if (open == 0 && match.line < 0 && CountOpenLines(status, range) == 0)
+    if (lines.empty())
         fact.text += "; there is no line to fit";
-    if (open > CNearestLine::MaxLines)
-        fact.text += "; only the first " + std::to_string(CNearestLine::MaxLines) +
-                     " lines were compared for the nearest";
-    if (m_nearest.IsExhausted()) fact.text += "; too much to compare for the nearest line";
+    else if (m_nearest.IsExhausted())
+        fact.text += "; too much to compare for the nearest line";
+    else if (lines.size() == CNearestLine::MaxLines)
+        fact.text += "; the nearest of the first " + std::to_string(CNearestLine::MaxLines) +
+                     " lines, which alone were compared";
     return fact;
+}
+
+std::vector<NearestCandidate> CExplainScope::CandidatesIn(const ExplainRun& range,
+                                                          const CAppLineStatus& status,
+                                                          bool isWrapped) const {
+    std::vector<NearestCandidate> lines;
+    const int end = std::min(range.end, status.Count());
+    for (int line = status.NextOpen(range.begin); line < end; line = status.NextOpen(line + 1)) {
+        if (lines.size() == CNearestLine::MaxLines) break;
+        lines.push_back(
+            {line, isWrapped ? m_rule.WrappedLineView(line) : m_rule.OriginalLineView(line)});
+    }
+    return lines;
 }
 
 // Closed lines stand as empty ones in the text, so line feeds count lines.
@@ -87,6 +91,7 @@ NearestMatch CExplainScope::FindOverLines(const std::string& statement, const Ex
 int CExplainScope::FindUnseen(const CAppRegex& expression, const ExplainRun& range,
                               const CAppLineStatus& status) {
     std::vector<NearestCandidate> lines;
+    if (m_nearest.IsExhausted()) return -1;
     for (int line = 0; line < status.Count() && lines.size() < CNearestLine::MaxLines; ++line) {
         const bool isSeen = line >= range.begin && line < range.end && status.IsOpen(line);
         if (!isSeen) lines.push_back({line, m_rule.OriginalLineView(line)});

@@ -57,6 +57,9 @@ public:
     void NoteRun(const ExplainRun& range, const CAppLineStatus& status);
 
 private:
+    // The open lines of a range, not more than are worth comparing.
+    std::vector<NearestCandidate> CandidatesIn(const ExplainRun& range,
+                                               const CAppLineStatus& status, bool isWrapped) const;
     NearestMatch FindOverLines(const std::string& statement, const ExplainRun& range,
                                const CAppLineStatus& status);
 

@@ -19,7 +19,7 @@ namespace {
 // So many letters or digits of its own text make a beginning; fewer fit too many lines.
 constexpr std::size_t MinLiterals = 3;
 // What a search counts that gives up.
-constexpr std::size_t GivenUpCost = 1000;
+constexpr std::size_t GivenUpCost = 10000;
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
