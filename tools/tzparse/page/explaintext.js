@@ -30,7 +30,6 @@ class TextPane {
     this.pane = document.getElementById("text");
     this.found = -1;
     this.here = -1;
-    this.pane.style.setProperty("--digits", String(report.lines.length).length);
     this.list = new RowList(this.pane, 18, (row) => this.makeLine(row));
     this.list.reset(report.lines.length, this.widestLine() + 16);
     this.pane.addEventListener("click", (event) => {
@@ -213,10 +212,15 @@ class Overview {
     this.text = text;
     this.canvas = document.getElementById("overview");
     this.canvas.addEventListener("click", (event) => {
-      const row = Math.floor(event.offsetY / this.canvas.clientHeight * report.lines.length);
+      const row = Math.floor(event.offsetY / this.scale);
       text.reveal(Math.min(row, report.lines.length - 1));
     });
     new ResizeObserver(() => this.draw()).observe(this.canvas);
+  }
+
+  // Pixels a row: as in the text when all of it is in sight.
+  get scale() {
+    return Math.min(18, this.canvas.height / Math.max(1, this.report.lines.length));
   }
 
   draw() {
@@ -241,7 +245,7 @@ class Overview {
     const hue = this.colour("c" + report.hue(app.rule));
     for (const i of app.rule >= 0 ? report.narrow : []) {
       const [rule, , , , row] = report.values[i];
-      const y = Math.floor(row / report.lines.length * this.canvas.height);
+      const y = Math.floor(row * this.scale);
       if (rule !== app.rule || drawn.has(y)) continue;
       drawn.add(y);
       this.fill(context, hue, 0.9, 6, 5, row, row + 1);
@@ -254,7 +258,7 @@ class Overview {
   }
 
   fill(context, colour, alpha, x, width, begin, end) {
-    const scale = this.canvas.height / Math.max(1, this.report.lines.length);
+    const { scale } = this;
     context.globalAlpha = alpha;
     context.fillStyle = colour;
     context.fillRect(x, begin * scale, width, Math.max(2, (end - begin) * scale));

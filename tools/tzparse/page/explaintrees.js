@@ -146,6 +146,7 @@ class RuleTree extends Tree {
 }
 
 const WIDEST_CELL = 28;    // characters
+const INDEX_WIDTH = 5;     // characters
 const MEASURED_ROWS = 300; // of a table, for the widths of its columns
 
 // The variables. Names without a "." are leaves; "interfaces.mtu" is a column of the table "interfaces",
@@ -278,13 +279,13 @@ class ValueTree extends Tree {
 
   fillHead(element, grid) {
     element.classList.add("head");
-    element.append(this.makeCell("", 5));
+    element.append(this.makeCell("", INDEX_WIDTH));
     for (const [name, width] of grid.columns)
       element.append(this.makeCell(this.report.names[name].split(".").at(-1), width));
   }
 
   fillCells(element, { grid, index, cells }) {
-    element.append(this.makeCell(String(index + 1), 5, "quiet"));
+    element.append(this.makeCell(String(index + 1), INDEX_WIDTH, "quiet"));
     for (const [name, width] of grid.columns) {
       const i = cells.get(name);
       const cell = this.makeCell(i === undefined ? "" : this.shortText(i), width);
