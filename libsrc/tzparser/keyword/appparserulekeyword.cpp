@@ -118,6 +118,12 @@ std::string CAppParseRuleKeyWord::GetKVPRegex(const std::string& kvp) const {
     return known != nullptr ? known->regexText : std::string();
 }
 
+std::vector<std::string> CAppParseRuleKeyWord::GetKVPVariableDefineWithDummy(
+    const std::string& kvp) const {
+    const auto* known = FindResolved(kvp);
+    return known != nullptr ? known->namesWithDummy : std::vector<std::string>();
+}
+
 std::string CAppParseRuleKeyWord::GetEnumVariableValue(const std::string& name) const {
     const auto at = m_definition->enumVariableValues.find(name);
     return at != m_definition->enumVariableValues.end() ? at->second : std::string();
@@ -201,9 +207,10 @@ void CAppParseRuleKeyWord::InsertParentStartExpression(std::vector<std::string>&
     kvps.insert(kvps.begin(), lines.begin(), lines.end());
 }
 
-void CAppParseRuleKeyWord::FillUsePreVars(std::set<std::string>& names) const {
+const std::set<std::string>& CAppParseRuleKeyWord::UsePreVars() const {
+    static const std::set<std::string> none;
     const auto* paragraph = GetParagraphParent();
-    if (paragraph != nullptr && paragraph->IsUsePreVars()) names = paragraph->GetUsePreVars();
+    return paragraph != nullptr && paragraph->IsUsePreVars() ? paragraph->GetUsePreVars() : none;
 }
 
 void CAppParseRuleKeyWord::FillAllVariables(std::set<std::string>& names) const {

@@ -4,13 +4,12 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-class CAppRegexMatch;
 
 // CAppParseRuleKeyWord pulls single values out of lines: its definition lists keyword lines (KVPs)
 // in the statement language, and each "$name" in them becomes a variable.
@@ -73,6 +72,12 @@ public:
     std::vector<std::string> GetVariableNames();
     // The type word of a variable, "$" in front or not; empty when it isn't known.
     std::string GetVariableType(const std::string& name) const;
+    // The names that a KVP declares with the dummies among them, so that index i is capture group
+    // i + 1; empty when it wasn't compiled yet.
+    std::vector<std::string> GetKVPVariableDefineWithDummy(const std::string& kvp) const;
+    // Compiles what runs will need, also the lines of the paragraph above, where all clones find
+    // it. Called when a definition is loaded, by the paragraph once more when it is complete.
+    void PreparePlan();
     // The text kept for an enumerated variable; empty when there is none.
     std::string GetEnumVariableValue(const std::string& name) const;
 
@@ -93,6 +98,9 @@ public:
     VariablePositions& GetVariablePos() { return m_variablePos; }
     // Stores a value of a known variable under a line; a name without a type is ignored.
     void AddVariablePosInfo(const std::string& name, int line, const CAppTextLet& value);
+    // For each variable that has values and a type, stores an empty value under each line, whatever
+    // stood there. Lines ascend.
+    void StoreEmptyValues(const std::vector<int>& lines);
     // Overwrites values by those of a paragraph's parent lines: each value takes the latest that
     // begins above its line.
     void SetVariableValueOfParentLine(
@@ -141,7 +149,7 @@ private:
         bool isMultiLine = false;
     };
     struct Plan {
-        std::vector<std::string> kvps;
+        std::vector<std::string> paragraphLines;  // which the paragraph above puts in front
         std::vector<PlanItem> items;
         std::vector<std::string> variables;  // all that have a type, in name order
     };
@@ -158,11 +166,10 @@ private:
         std::shared_ptr<const Plan> plan;  // of `kvps`, made when the definition is loaded
     };
 
-    // What one run over a range needs beside the plan.
+    // What one run over a range needs.
     struct Run {
-        std::shared_ptr<const Plan> plan;
-        std::vector<char> missing;  // by slot: no value found yet
-        std::set<std::string> usePre;
+        const Plan* plan;
+        const std::set<std::string>* usePre;
         int start;
         int end;
     };
@@ -183,7 +190,7 @@ private:
     IParagraphScope* GetParagraphParent();
     const IParagraphScope* GetParagraphParent() const;
     void InsertParentStartExpression(std::vector<std::string>& kvps, bool withParentLine) const;
-    void FillUsePreVars(std::set<std::string>& names) const;
+    const std::set<std::string>& UsePreVars() const;
     void FillAllVariables(std::set<std::string>& names) const;
     void AddDefinition(CAppVariableDef* parent, const std::string& name, AppDataType_e type) const;
     void AppendOuterVariableNames(std::vector<std::string>& names) const;
@@ -192,7 +199,8 @@ private:
     void DeleteVariableOfKvp(const std::string& name);
     void DeleteVariableOfStartLine(const std::string& name);
 
-    std::shared_ptr<const Plan> MakePlan(std::vector<std::string> kvps);
+    std::shared_ptr<const Plan> MakePlan();
+    const Plan* FindPlan() const;
     PlanItem MakePlanItem(const std::string& kvp, const std::vector<std::string>& variables);
     Run BeginRun(int startLine, int endLine);
     void RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
@@ -208,6 +216,7 @@ private:
                    CAppTextLet& value) const;
     void StoreStandBys(const Run& run);
     void Store(const std::string& name, int line, CAppTextLet&& value);
+    void NoteSpan(int line, const CAppTextLet& value);
 
     void ParseMlineVariables(int startLine, int endLine);
     void ParseMlineVariable(int startLine, int endLine, const std::string& name);
@@ -225,6 +234,12 @@ private:
     VariablePositions m_variablePos;
     std::vector<int>
         m_contextLines;  // lines whose surroundings are shown; it only grows over the rule's life
+    // How many rows behind its line a value ends, at most.
+    int m_longestSpan = 0;
     std::shared_ptr<const Plan>
         m_runPlan;  // of the KVPs of the last run that the definition had no plan for
+
+    // Of the run going on; kept for the memory alone.
+    std::vector<char> m_missing;  // by slot: no value found yet
+    std::optional<CAppRegexMatch> m_match;
 };

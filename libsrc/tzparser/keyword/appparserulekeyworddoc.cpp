@@ -31,10 +31,7 @@ bool CAppParseRuleKeyWord::LoadParseRule(const hxJson::Value& node) {
             AddStatement(statement);
     const auto& types = node[KeyWordKey::VariableTypes];
     if (types.isObject()) LoadVariableTypes(types);
-    // Compiling now puts the expressions where all clones find them. Lines of a paragraph above
-    // come at their first use.
-    auto plan = MakePlan(m_definition->kvps);
-    EditDefinition().plan = std::move(plan);
+    PreparePlan();
     return true;
 }
 

@@ -13,6 +13,7 @@
 // 3. A variable that no KVP gave a value gets a stand-by value at the first line of the range.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/rule/appsamplelines.h"
+#include "tzparser/rule/paragraphscope.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -31,12 +32,12 @@ bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
 
 bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
     auto run = BeginRun(startLine, endLine);
-    CAppRegexMatch match;
+    if (!m_match) m_match.emplace();
     for (const auto& item : run.plan->items) {
         if (item.isMultiLine)
-            RunMultiLine(run, item, match);
+            RunMultiLine(run, item, *m_match);
         else
-            RunSingleLine(run, item, match);
+            RunSingleLine(run, item, *m_match);
     }
     StoreStandBys(run);
     return true;
@@ -45,22 +46,18 @@ bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
 // Variables of KVPs that are compiled only now aren't among the missing ones: their stand-by values
 // begin with the next parse of the rule.
 CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endLine) {
-    Run run;
-    run.start = startLine;
-    run.end = endLine;
-    FillUsePreVars(run.usePre);
-    if (m_definition->plan && !IsFirstChildOfParagraph()) {
-        run.plan = m_definition->plan;
-        run.missing.assign(run.plan->variables.size(), 1);
+    Run run{FindPlan(), &UsePreVars(), startLine, endLine};
+    if (run.plan != nullptr) {
+        m_missing.assign(run.plan->variables.size(), 1);
         return run;
     }
     std::set<std::string> known;
     FillAllVariables(known);
-    auto kvps = GetRunKVPs();
-    if (!m_runPlan || m_runPlan->kvps != kvps) m_runPlan = MakePlan(std::move(kvps));
-    run.plan = m_runPlan;
+    m_runPlan = MakePlan();
+    run.plan = m_runPlan.get();
+    m_missing.clear();
     for (const auto& name : run.plan->variables)
-        run.missing.push_back(known.count(name) != 0 ? 1 : 0);
+        m_missing.push_back(known.count(name) != 0 ? 1 : 0);
     return run;
 }
 
@@ -70,9 +67,27 @@ std::vector<std::string> CAppParseRuleKeyWord::GetRunKVPs() const {
     return kvps;
 }
 
-std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan(
-    std::vector<std::string> kvps) {
+// The plan at hand that was made for the lines which the paragraph above has now; null when there
+// is none.
+const CAppParseRuleKeyWord::Plan* CAppParseRuleKeyWord::FindPlan() const {
+    const auto* paragraph = IsFirstChildOfParagraph() ? GetParagraphParent() : nullptr;
+    for (const auto* plan : {m_definition->plan.get(), m_runPlan.get()}) {
+        if (plan == nullptr) continue;
+        const auto& lines = plan->paragraphLines;
+        if (paragraph != nullptr ? paragraph->AreIDLines(lines) : lines.empty()) return plan;
+    }
+    return nullptr;
+}
+
+void CAppParseRuleKeyWord::PreparePlan() {
+    auto plan = MakePlan();
+    EditDefinition().plan = std::move(plan);
+}
+
+std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan() {
     auto plan = std::make_shared<Plan>();
+    InsertParentStartExpression(plan->paragraphLines, false);
+    const auto kvps = GetRunKVPs();
     std::vector<std::string> names;
     for (const auto& kvp : kvps) ExtractVariableNames(kvp, names);
     for (const auto& entry : m_definition->variableTypes) plan->variables.push_back(entry.first);
@@ -81,7 +96,6 @@ std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan
         if (known != nullptr && !known->regexText.empty())
             plan->items.push_back(MakePlanItem(kvp, plan->variables));
     }
-    plan->kvps = std::move(kvps);
     return plan;
 }
 
@@ -129,9 +143,9 @@ void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CA
         const auto& name = item.names[nameIndex];
         const auto slot = item.slots[nameIndex];
         ++nameIndex;
-        if (value.empty() && run.usePre.count(name) != 0) continue;
+        if (value.empty() && run.usePre->count(name) != 0) continue;
         if (slot == NoSlot) continue;
-        run.missing[slot] = 0;
+        m_missing[slot] = 0;
         const auto begin = static_cast<int>(match.Position(static_cast<int>(group)));
         Store(name, line,
               CAppTextLet(line, begin, line, begin + static_cast<int>(value.size()),
@@ -140,11 +154,11 @@ void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CA
 }
 
 void CAppParseRuleKeyWord::StoreStandBys(const Run& run) {
-    for (std::size_t slot = 0; slot < run.missing.size(); ++slot) {
-        if (run.missing[slot] == 0) continue;
+    for (std::size_t slot = 0; slot < m_missing.size(); ++slot) {
+        if (m_missing[slot] == 0) continue;
         const auto& name = run.plan->variables[slot];
         CAppTextLet value(run.start, 0, run.start, 0, std::string());
-        CarryOver(run.usePre, name, value);
+        CarryOver(*run.usePre, name, value);
         Store(name, run.start, std::move(value));
     }
 }
@@ -160,14 +174,35 @@ void CAppParseRuleKeyWord::CarryOver(const std::set<std::string>& usePre, const 
 
 // Lines mostly come in ascending order, so the end is the place to begin looking from.
 void CAppParseRuleKeyWord::Store(const std::string& name, int line, CAppTextLet&& value) {
+    NoteSpan(line, value);
     auto& values = m_variablePos[name];
     values.insert_or_assign(values.end(), line, std::move(value));
     AddLineAndOriTextInfo(line);
 }
 
+void CAppParseRuleKeyWord::NoteSpan(int line, const CAppTextLet& value) {
+    const auto span = std::int64_t{value.endRow} - line;
+    if (span > m_longestSpan)
+        m_longestSpan =
+            static_cast<int>(std::min<std::int64_t>(span, std::numeric_limits<int>::max()));
+}
+
 void CAppParseRuleKeyWord::AddVariablePosInfo(const std::string& name, int line,
                                               const CAppTextLet& value) {
     if (m_definition->variableTypes.count(name) != 0) Store(name, line, CAppTextLet(value));
+}
+
+void CAppParseRuleKeyWord::StoreEmptyValues(const std::vector<int>& lines) {
+    for (auto& [name, values] : m_variablePos) {
+        if (m_definition->variableTypes.count(name) == 0) continue;
+        auto behind = values.begin();
+        for (const int line : lines) {
+            if (behind != values.end() && behind->first < line) behind = values.lower_bound(line);
+            behind = std::next(values.insert_or_assign(
+                behind, line, CAppTextLet(line, 0, line, 0, std::string())));
+            AddLineAndOriTextInfo(line);
+        }
+    }
 }
 
 // Kept as the lines alone; when the vector is full it is first freed of repetitions, so it stays as
@@ -215,6 +250,7 @@ void CAppParseRuleKeyWord::SetVariableValueOfParentLine(
                 ++parent;
             } else {
                 entry->second = *parent;
+                NoteSpan(entry->first, *parent);
                 ++entry;
             }
         }

@@ -9,6 +9,8 @@
 #include "tzparser/rule/appparserulesample.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace {
 
@@ -59,8 +61,13 @@ void CAppParseRuleKeyWord::MarkSpan(const std::pair<std::string, std::string>& s
                                     int endLine, std::vector<char>& marked) const {
     const auto first = m_variablePos.find(span.first);
     if (first == m_variablePos.end() || first->second.empty()) return;
-    for (const auto& entry : first->second)
-        MarkRows(entry.second.beginRow, entry.second.endRow, startLine, marked);
+    // Values of earlier paragraphs stand in the map too; those that end above the range are passed
+    // over.
+    const auto reach = std::int64_t{startLine} - m_longestSpan;
+    const auto from =
+        static_cast<int>(std::max<std::int64_t>(reach, std::numeric_limits<int>::min()));
+    for (auto at = first->second.lower_bound(from); at != first->second.end(); ++at)
+        MarkRows(at->second.beginRow, at->second.endRow, startLine, marked);
     if (span.first == span.second) return;
     const int begin = first->second.begin()->second.beginRow;
     if (span.second.empty()) {

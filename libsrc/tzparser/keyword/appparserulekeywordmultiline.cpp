@@ -72,8 +72,8 @@ void CAppParseRuleKeyWord::RunMultiLine(Run& run, const PlanItem& item, CAppRege
         const auto slot = item.slots[hit.nameIndex];
         if (slot == NoSlot) continue;
         const auto& name = item.names[hit.nameIndex];
-        CarryOver(run.usePre, name, hit.value);
-        run.missing[slot] = 0;
+        CarryOver(*run.usePre, name, hit.value);
+        m_missing[slot] = 0;
         const int row = hit.value.beginRow;
         Store(name, row, std::move(hit.value));
     }
@@ -87,8 +87,7 @@ bool CAppParseRuleKeyWord::ParseKeywordVariableByMultipleLine(
         DiagnosticOutput("Invalid regex expression:" + regex + "\n");
         return false;
     }
-    std::set<std::string> usePre;
-    FillUsePreVars(usePre);
+    const auto& usePre = UsePreVars();
     CAppRegexMatch match;
     for (auto& hit : MatchOverLines(startLine, endLine, *compiled, names.size(),
                                     DummiesOfRegex(regex), match)) {

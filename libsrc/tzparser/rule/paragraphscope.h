@@ -14,6 +14,10 @@ class IParagraphScope {
 public:
     // The statements that identify a paragraph: its start line, when it has one, then its id lines.
     virtual std::vector<std::string> GetIDLines() const = 0;
+    // Whether these are they: what a rule below asks at each run.
+    virtual bool AreIDLines(const std::vector<std::string>& lines) const {
+        return GetIDLines() == lines;
+    }
     // The statement of the parent line; empty when there is none.
     virtual const std::string& GetParentLine() const = 0;
     // The statement of the start line alone, for editing.
