@@ -135,6 +135,11 @@ public:
     VariablePositions& GetVariablePos() { return m_values.HostPositions(); }
     // Stores a cell under a line, in the place of one that stood there.
     void AddVariablePosInfo(const std::string& name, int line, CAppTextLet let);
+    // Stores a row of empty cells, of all columns that have a variable, at the first line of a
+    // paragraph without rows. It stays when a later run takes out its empty rows, until the
+    // paragraph above begins a parse and releases it.
+    void StoreEmptyRow(int line);
+    void ReleaseEmptyRows() { m_values.ReleaseFilling(); }
 
     // What the last parse decided.
     const TableLayout& LastLayout() const { return m_layout; }

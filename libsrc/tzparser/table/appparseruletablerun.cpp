@@ -258,6 +258,10 @@ void CAppParseRuleTable::AddVariablePosInfo(const std::string& name, int line, C
     m_values.Store(name, line, std::move(let));
 }
 
+void CAppParseRuleTable::StoreEmptyRow(int line) {
+    for (const auto& column : m_definition->headerVars) m_values.StoreFilling(column.second, line);
+}
+
 std::vector<HeaderTrial> CAppParseRuleTable::ExplainHeader(int startLine, int endLine) {
     std::vector<HeaderTrial> trials;
     const auto plan = PlanOfRun();

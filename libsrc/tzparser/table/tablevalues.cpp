@@ -17,12 +17,22 @@ void CTableValues::Store(const std::string& name, int line, CAppTextLet&& let) {
     Store(Column(name), line, std::move(let));
 }
 
+void CTableValues::StoreFilling(const std::string& name, int line) {
+    Column(name).insert_or_assign(line, CAppTextLet(line, 0, line, 0, std::string()));
+    m_filling.insert(m_filling.end(), line);
+}
+
+void CTableValues::ReleaseFilling() {
+    m_unchecked.insert(m_unchecked.end(), m_filling.begin(), m_filling.end());
+    m_filling.clear();
+}
+
 // Lines that no one has stored to since they were last looked at have their text still.
 void CTableValues::RemoveEmptyRows() {
     const auto lines = m_isHosted ? AllLines() : std::exchange(m_unchecked, {});
     m_unchecked.clear();
     for (const int line : lines)
-        if (!HasText(line)) RemoveRow(line);
+        if (m_filling.count(line) == 0 && !HasText(line)) RemoveRow(line);
 }
 
 bool CTableValues::HasText(int line) const {
@@ -48,4 +58,5 @@ std::vector<int> CTableValues::AllLines() const {
 void CTableValues::Clear() {
     m_positions.clear();
     m_unchecked.clear();
+    m_filling.clear();
 }

@@ -4,6 +4,7 @@
 #include "tzparser/text/apptextlet.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,12 @@ public:
     void Store(Cells& column, int line, CAppTextLet&& let);
     void Store(const std::string& name, int line, CAppTextLet&& let);
 
+    // Stores an empty cell under a line, in the place of one that stood there, which stays when
+    // empty rows go.
+    void StoreFilling(const std::string& name, int line);
+    // From now on cells stored by StoreFilling go with the empty rows.
+    void ReleaseFilling();
+
     // Takes out of all variables each line without a cell that has a text and a span. Variables
     // stay, with no cell if need be.
     void RemoveEmptyRows();
@@ -47,5 +54,6 @@ private:
 
     VariablePositions m_positions;
     std::vector<int> m_unchecked;  // lines stored to since they were last looked at
+    std::set<int> m_filling;       // lines that stay without text
     bool m_isHosted = false;
 };
