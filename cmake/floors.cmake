@@ -16,6 +16,7 @@ set(TZ_FLOORS
     tzparser/keyword
     tzparser/select
     tzparser/table
+    tzparser/paragraph
     tzparser/value
     tzparser/identify
     tzparser/engine

@@ -1,6 +1,7 @@
 #include "tzparser/rule/ruleediting.h"
 
 #include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/table/appparseruletable.h"
 
@@ -54,7 +55,9 @@ void RenameKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& from,
     }
 }
 
-void RenameFilter(CAppParseRuleFilter& rule, const std::string& from, const std::string& to) {
+// Filters and paragraphs.
+template <class Rule>
+void RenameRule(Rule& rule, const std::string& from, const std::string& to) {
     if (ShortName(from) == rule.GetName()) rule.SetName(ShortName(to));
 }
 
@@ -104,7 +107,9 @@ void RenameRuleVariable(CAppParseRule* owner, const std::string& from, const std
     if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
         RenameKeyWordVariable(*keyword, from, to);
     else if (auto* filter = dynamic_cast<CAppParseRuleFilter*>(owner))
-        RenameFilter(*filter, from, to);
+        RenameRule(*filter, from, to);
+    else if (auto* paragraph = dynamic_cast<CAppParseRuleParagraph*>(owner))
+        RenameRule(*paragraph, from, to);
     else if (auto* table = dynamic_cast<CAppParseRuleTable*>(owner))
         RenameTableVariable(*table, from, to);
 }

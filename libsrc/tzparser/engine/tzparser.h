@@ -93,6 +93,7 @@ private:
     void AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddTableVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    void AddParagraphVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     static std::string GeneratePythonName(const std::string& name);
     static std::string WithoutDollars(const std::string& name);
     // A node that its parent doesn't have yet: inside a table a column of elements of the type,

@@ -4,6 +4,7 @@
 #include "tzparser/engine/tzparser.h"
 #include "tzparser/engine/tzparsersample.h"
 #include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/variable/appvariablearraydef.h"
@@ -50,6 +51,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
         {RuleType_Filter, &CTzParser::AddFilterVariables},
         {RuleType_Table, &CTzParser::AddTableVariables},
+        {RuleType_Paragraph, &CTzParser::AddParagraphVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)
@@ -81,6 +83,14 @@ void CTzParser::AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bo
         if (def.AddChild(node.get())) node.release();
     }
     for (const auto& child : rule.Children()) CreateVarTree(child.get(), &def, inTable);
+}
+
+// The first paragraph of a name decides what compares the table; others add columns. The name is
+// taken as it is, and no Python name is made of it.
+void CTzParser::AddParagraphVariables(CAppParseRule& rule, CAppVariableDef& def, bool) const {
+    const auto& paragraph = dynamic_cast<CAppParseRuleParagraph&>(rule);
+    auto& table = AddTable(def, {paragraph.GetName(), paragraph.GetKeyVars(), rule, false});
+    for (const auto& child : rule.Children()) CreateVarTree(child.get(), &table, true);
 }
 
 // As long as the name, byte for byte. A digit in front stays, and two names may come out alike.

@@ -1,0 +1,310 @@
+#pragma once
+
+#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/paragraphscope.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class CAppParseRuleKeyWord;
+class CAppParseRuleTable;
+
+// CAppParseRuleParagraph cuts a range of lines into blocks that repeat, the interfaces of a
+// configuration or the neighbours of a routing protocol, and runs its children once a block. The
+// blocks are the rows of a table, the variables of the keyword rules below are its columns.
+//
+//     auto* rule = new CAppParseRuleParagraph(&sample);  // comes with an empty keyword rule below
+//     sample.AddChildRule(rule);
+//     rule->SetName("ports");
+//     rule->SetStartExpr("^interface $port");
+//     rule->AddKVP("mtu $int:mtu");
+//     rule->GetFirstKeywordRule()->GetVariableNames();   // "$port", "$mtu"
+//     sample.Parse("interface a\n mtu 9\ninterface b\n", 0, -1, nullptr);
+//     rule->GetBeginLines();                             // 0, 2
+//     rule->GetVariableValue("ports.mtu");               // "9", and an empty one for "b"
+//
+// A paragraph begins at each line that fits the start pattern, or in line mode at each group of so
+// many open lines, and ends before the next one, unless a line between fits the end pattern. Its
+// first child also reads what the start line, the id lines and the parent line declare. So that
+// rows line up, a block in which a table or a nested paragraph below found nothing gets empty
+// values at its first line. Finding no block is no failure.
+//
+// Below another paragraph the rule runs once for each of its blocks and holds the ranges of all
+// runs; elsewhere those of the last run. Lines are absolute, 0-based rows of the text; a paragraph
+// excludes its end.
+//
+// Patterns are compiled when the definition is loaded, otherwise by the first parse; clones share
+// them. One thread at a time uses a rule.
+class TZPARSER_API CAppParseRuleParagraph : public CAppParseRule, public IParagraphScope {
+public:
+    explicit CAppParseRuleParagraph(CAppParseRule* parent);
+    ~CAppParseRuleParagraph() override;
+
+    // Definition. Setters tell the root that the definition has changed, also without a change;
+    // only SetName doesn't.
+    const std::string& GetName() const { return m_definition->name; }
+    void SetName(const std::string& name);
+    const std::string& GetStartExpr() const { return m_definition->startExpr; }
+    void SetStartExpr(const std::string& pattern);
+    const std::string& GetEndExpr() const { return m_definition->endExpr; }
+    void SetEndExpr(const std::string& pattern);
+    // How many open lines make a paragraph in line mode, which needs an empty start pattern. A
+    // document holds 1 or 0 only; below 1 there are no paragraphs.
+    int GetLineAsParagraph() const { return m_definition->lineAsParagraph; }
+    void SetLineAsParagraph(int count);
+    bool IsLineAsParagraph() const { return m_definition->isLineAsParagraph; }
+    void SetIsLineAsParagraph(bool isLineMode);
+    // True in a rule made in code; a document without the key gives false.
+    bool IsExcludeEndLine() const { return m_definition->isExcludeEndLine; }
+    void SetIsExcludeEndLine(bool exclude);
+    bool IsUsePreVars() const override { return m_definition->isUsePreVars; }
+    void SetIsUsePreVars(bool use);
+    const std::set<std::string>& GetKeyVars() const { return m_definition->keyVars; }
+    void AddKeyVar(const std::string& name);
+    void DelKeyVar(const std::string& name);
+    // The variables that keep their text in a paragraph whose lines don't have them.
+    const std::set<std::string>& GetUsePreVars() const override { return m_definition->followVars; }
+    void AddFollowVar(const std::string& name);
+    void DelFollowVar(const std::string& name);
+    // The start pattern, when there is one, then the id lines.
+    std::vector<std::string> GetIDLines() const override;
+    bool AreIDLines(const std::vector<std::string>& lines) const override;
+    const std::string& GetParentLine() const override { return m_definition->parentLine; }
+    const std::string& GetStartLine() const override { return m_definition->startExpr; }
+    void SetStartLine(const std::string& statement) override { SetStartExpr(statement); }
+
+    // The lists of the first child, a keyword rule. Without one, adding does nothing and the lists
+    // are empty; they live until the child is edited.
+    void AddKVP(const std::string& kvp);
+    void AddStatement(const std::string& statement);
+    const std::vector<std::string>& GetKVPs() const;
+    const std::vector<std::string>& GetStatements() const;
+    // Null when the first child is no keyword rule.
+    CAppParseRuleKeyWord* GetFirstKeywordRule() const;
+    // Appends the names that the keyword children read and `names` doesn't hold; whether `names`
+    // isn't empty then.
+    bool GetVariableNames(std::vector<std::string>& names) const;
+    bool HasVariables() const;
+    // Empties patterns, lists, ranges and the first child; name, id lines, parent line, interface
+    // keys and the other children stay.
+    void Reset();
+
+    // Run. False only when a bound of the rule isn't found.
+    bool Parse(const std::string& text, int startLine, int endLine,
+               IAppVariableCallback* callback) override;
+    // First lines and exclusive ends, index by index, each ascending.
+    const std::vector<int>& GetBeginLines() const override { return m_ranges.begins; }
+    const std::vector<int>& GetEndLines() const override { return m_ranges.ends; }
+    // The paragraph that holds a line; `begin` and `end` stay when none does. Always true.
+    bool GetPosAtParagraphRange(int line, int& begin, int& end) const;
+    // Its index; 0 also when none holds the line.
+    int GetParagraphIndexByPos(int line) const;
+    // The index of the first paragraph that ends behind a line; -1 when none does.
+    int GetVariableAtParagraphIndex(int line) const;
+    // Searches an expression of several lines again and again over the lines of a range, adds each
+    // match as a paragraph and the line behind it to `headEnds`. `values` are the texts of the
+    // start pattern's variables, brought up to date. The first line of the last match; `last` when
+    // there is none.
+    int ParseMultipleLineMatchBeginLineWithVariableValue(int first, int last,
+                                                         const std::string& regex,
+                                                         std::vector<std::string>& values,
+                                                         std::vector<int>& headEnds);
+    // Searches such an expression once: the first line of the match, `last` when there is none.
+    // `matchEnd` is the line where it ends; `changed` becomes true when one of `values` changed.
+    int ParseMultipleLineMatchWithVariableValue(int first, int last, const std::string& regex,
+                                                std::vector<std::string>& values, bool& changed,
+                                                int& matchEnd);
+    // Stores empty values for everything below a rule that stands two levels below this one, at
+    // the lines given. Tables take the lines as indexes of this rule's paragraphs.
+    void FillEmptyParagraphValue(CAppParseRuleParagraph* rule, const std::set<int>& lines);
+    // Clears the values of all keyword rules below a rule. Rows of tables stay, but those that
+    // filled gaps go with the next run of their table.
+    void ClearChildParagraphVariablePos(CAppParseRule* rule);
+
+    bool AddToVariableTree(CAppVariableDef* def) override;
+    std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
+    bool IsNoneExist() override;
+    CAppParseRule* CreateObject(CAppParseRule* parent) override;
+    void ClearVariablePosition() override;
+    void SaveResultAsXML(CMarkup& xml) override;
+    bool SaveResultAsJson(hxJson::Value& node) override;
+    bool GetVariableLine(const std::string& name, int& line) override;
+    IParagraphScope* AsParagraphScope() override { return this; }
+    const IParagraphScope* AsParagraphScope() const override { return this; }
+    // The text of the index-th value of a variable of the first child, in line order; empty when
+    // there is none.
+    std::string GetKeyVariableValue(const std::string& name, int index) const;
+
+    void GetTableKeys(std::set<std::string>& keys) const override;
+    void AddTableKey(const std::string& key) override;
+    void GetTableInterfaceKeys(std::set<std::string>& keys) const override;
+    void AddTableInterfaceKey(const std::string& key) override;
+    using CAppParseRule::GetTableKeysEx;
+    std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const override;
+    int GetTableCmpColumns(std::set<std::string>& columns) const override;
+    void SetTableCmpColumns(std::set<std::string>& columns) override;
+    bool IsTableCmpSort() const override { return m_definition->tableCmpSort; }
+    void SetTableCmpSort(bool sort) override;
+    int GetTableRowCount() const override { return m_definition->tableRowCount; }
+    void SetTableRowCount(int count) override;
+    const std::string& GetTableHash() const override { return m_definition->tableHash; }
+    void SetTableHash(const std::string& hash) override;
+
+protected:
+    bool LoadParseRule(const hxJson::Value& node) override;
+    // Writes a part of the fields only, and one flag under another's key.
+    bool SaveParseRule(hxJson::Value& node) override;
+    bool OnCopyTo(CAppParseRule* target) override;
+    void SetRuleModify() override;
+
+private:
+    // A pattern made ready to be searched.
+    struct Pattern {
+        std::string regexText;
+        std::shared_ptr<const CAppRegex> regex;  // null: it doesn't compile
+        std::vector<std::string> names;          // without dummies
+        std::vector<char> isDummy;               // of each capture group
+        bool isMultiLine = false;
+    };
+    struct Plan {
+        Pattern start;
+        Pattern end;
+        std::vector<Pattern> ids;
+        Pattern parent;
+    };
+
+    struct Definition {
+        std::string name;
+        std::string startExpr;
+        std::string endExpr;
+        std::set<std::string> keyVars;
+        std::set<std::string> followVars;
+        int lineAsParagraph = 1;
+        bool isLineAsParagraph = false;
+        bool isExcludeEndLine = true;
+        bool isUsePreVars = false;
+        std::vector<std::string> idLines;
+        std::string parentLine;
+        std::set<std::string> tableKeys;
+        std::set<std::string> tableInterfaceKeys;
+        std::set<std::string> tableCmpColumns;
+        bool tableCmpSort = false;
+        int tableRowCount = 0;
+        std::string tableHash;
+        std::shared_ptr<const Plan> plan;  // made when the definition is loaded
+    };
+
+    // The lines of a run, its end excluded.
+    struct Range {
+        int first;
+        int last;
+    };
+
+    // Paragraphs: first lines and exclusive ends. Both ascend; they may differ in number.
+    struct Ranges {
+        std::vector<int> begins;
+        std::vector<int> ends;
+
+        std::size_t Count() const {
+            return begins.size() < ends.size() ? begins.size() : ends.size();
+        }
+        void Clear() {
+            begins.clear();
+            ends.clear();
+        }
+    };
+
+    // What the filling knows of a child from the runs before.
+    struct FillState {
+        bool hasOutside = false;  // a line of the child lies between two paragraphs
+        std::size_t names = 0;    // how many variables the child's rules had values for
+    };
+
+    // What one run needs beside the plan; kept for the memory alone.
+    struct Scratch {
+        CAppRegexMatch match;
+        std::vector<std::string> values;  // of the start pattern's variables
+        std::vector<int> headEnds;        // the first line behind each paragraph's head
+    };
+
+    class PatternMaker;
+    class RunLines;
+    using ParentValues = std::map<std::string, std::vector<CAppTextLet>>;
+
+    Definition& EditDefinition();
+    template <class T>
+    void Assign(T Definition::*field, const T& value);
+    template <class T>
+    void AssignOther(T Definition::*field, const T& value);
+    std::shared_ptr<const Plan> MakePlan();
+    std::shared_ptr<const Plan> PlanOfRun();
+    bool IsBelowParagraph() const;
+    int LineCount() const { return m_lineStatus.Count(); }
+
+    // Splitting.
+    void FindParagraphs(const Plan& plan, Range range);
+    void CutIntoGroups(Range range);
+    void FindStarts(const Pattern& start, Range range);
+    void FindStartsOverLines(const Pattern& start, Range range);
+    int FindChangesOverLines(const Pattern& start, Range range, std::vector<std::string>& values,
+                             std::vector<int>& headEnds);
+    bool JoinLines(const Pattern& pattern, Range range, std::string& joined) const;
+    Pattern StartPatternOf(const std::string& regex);
+    static bool TakeCaptures(const Pattern& pattern, const CAppRegexMatch& match,
+                             std::vector<std::string>& values);
+    void FindEnds(const Pattern& end, Range range);
+    bool FindEnd(const Pattern& pattern, Range range, int& end);
+    int EndOfLast(int last) const;
+    void CheckIDLines(const std::vector<Pattern>& ids);
+    bool HasIDLine(const Pattern& pattern, Range paragraph);
+    void CloseBetween();
+
+    // Children and runs.
+    void RunChildren(const std::string& text, IAppVariableCallback* callback);
+    void AddEarlierRuns();
+
+    // Parent lines.
+    void ParseParentLine(const Pattern& pattern, Range range);
+    void ParseParentLineUseSingleLineMode(const Pattern& pattern, Range range,
+                                          ParentValues& values);
+    void ParseParentLineUseMultiLineMode(const Pattern& pattern, Range range, ParentValues& values);
+
+    // Filling.
+    bool NeedsFilling();
+    void FillGaps();
+    template <class Lines>
+    std::vector<int> FindGaps(const Lines& lines, std::size_t names, FillState& state) const;
+    template <class Lines>
+    bool HasLine(const Lines& lines, std::size_t index) const;
+    template <class Lines>
+    bool HasLineBefore(const Lines& lines, std::size_t index) const;
+    template <class Lines>
+    bool HasLineBehindAll(const Lines& lines) const;
+    template <class Lines>
+    void AddGapsThatBecameIndexes(const Lines& lines, std::vector<int>& gaps) const;
+    void FillTableChild(CAppParseRuleTable& child, FillState& state) const;
+    void FillParagraphChild(CAppParseRuleParagraph& child, FillState& state) const;
+    void FillEmptyParagraphLines(CAppParseRuleParagraph& rule, const std::vector<int>& lines) const;
+    void FillEmptyTableValue(CAppParseRuleTable& rule, const std::vector<int>& indexes) const;
+
+    CCopyOnWrite<Definition> m_definition;
+
+    // What runs made.
+    Ranges m_ranges;
+    std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
+
+    // Of the run going on: the ranges of the runs before it, and where its own begin.
+    Ranges m_earlier;
+    std::size_t m_firstNew = 0;       // the first paragraph that earlier runs didn't settle
+    std::size_t m_earlierBegins = 0;  // how many begins there were before
+    std::optional<bool> m_needsFilling;
+    std::vector<FillState> m_fillStates;  // by child
+    std::unique_ptr<Scratch> m_scratch;
+};
