@@ -179,6 +179,12 @@ class TzparseTest(unittest.TestCase):
         none = Run("explain", self.file("e.json", b"{}"), "-", stdin=b"x")
         self.assertEqual(none.status, 1)
         self.assertIn(b"! cannot find matched parser.\n", none.out)
+        page = self.file("page.html", b"an old page, which is replaced" * 10000)
+        self.assertEqual(Run("explain", document, "-", "--html", page, stdin=text).status, 1)
+        self.assertTrue(page.read_bytes().startswith(b"<!DOCTYPE html>"))
+        self.assertNotIn(b"an old page", page.read_bytes())
+        self.fails(2, "cannot write", "explain", document, "-", "--html", self.folder / "none/page.html", stdin=text)
+        self.fails(2, "cannot write", "explain", document, "-", "--html", "/dev/full", stdin=text)
         self.fails(2, "only one of", "explain", "-", "-")
         self.fails(2, "not JSON", "explain", self.file("f.json", b"{"), "-", stdin=b"x")
 
