@@ -140,12 +140,17 @@ void TellUnusable(CExplainScope& scope, const Trial& trial) {
 
 void TellMatched(CExplainScope& scope, CAppParseRuleKeyWord& rule, const Trial& trial) {
     auto words = Quoted(trial.statement);
-    if (scope.HasManyRuns())
+    auto values = ValuesInWords(rule, trial);
+    if (scope.HasManyRuns()) {
         words += " matched in " + std::to_string(trial.matched) + " of " +
-                 CountInWords(trial.matched + trial.missed, "paragraph") + ", first";
-    else
+                 CountInWords(trial.matched + trial.missed, "paragraph");
+        if (!values.empty()) words += ", first";
+    } else {
         words += " matched";
-    scope.Tell(words + ValuesInWords(rule, trial), trial.firstLine);
+    }
+    if (values.empty() && trial.compiled.GetVarNames().size() > 0)
+        values = "; a later run dropped the values or another statement wrote over them";
+    scope.Tell(words + values, trial.firstLine);
 }
 
 std::string MissedInWords(const CExplainScope& scope, const Trial& trial) {

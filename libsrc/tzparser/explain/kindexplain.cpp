@@ -1,6 +1,7 @@
 #include "tzparser/explain/kindexplain.h"
 
 #include "tzparser/explain/boundsexplain.h"
+#include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/appparserulesample.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/table/appparseruletable.h"
@@ -26,9 +27,15 @@ std::string NameOfTable(const CAppParseRule& rule) {
     return table != nullptr ? table->GetName() : std::string();
 }
 
+std::string NameOfParagraph(const CAppParseRule& rule) {
+    const auto* paragraph = dynamic_cast<const CAppParseRuleParagraph*>(&rule);
+    return paragraph != nullptr ? paragraph->GetName() : std::string();
+}
+
 const KindRow Kinds[] = {
     {RuleType_Sample, {"sample", &ExplainSample, &NoName}},
     {RuleType_KeyWord, {"keyword", &ExplainKeyWord, &NoName}},
+    {RuleType_Paragraph, {"paragraph", &ExplainParagraph, &NameOfParagraph}},
     {RuleType_Table, {"table", &ExplainTable, &NameOfTable}},
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfFilter}},
 };

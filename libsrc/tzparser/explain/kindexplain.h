@@ -19,3 +19,4 @@ void ExplainSample(CExplainScope& scope);
 void ExplainKeyWord(CExplainScope& scope);
 void ExplainFilter(CExplainScope& scope);
 void ExplainTable(CExplainScope& scope);
+void ExplainParagraph(CExplainScope& scope);

@@ -150,7 +150,8 @@ void TellEnd(CExplainScope& scope, CAppParseRuleTable& table) {
 void TellRows(CExplainScope& scope, const CAppParseRuleTable& table) {
     std::set<int> rows;
     for (const auto& [name, cells] : table.VariablePos())
-        for (const auto& cell : cells) rows.insert(cell.first);
+        for (const auto& [line, cell] : cells)
+            if (!cell.text.empty()) rows.insert(line);
     if (rows.empty())
         scope.Warn("no row with a value");
     else
@@ -165,7 +166,10 @@ void TellLayout(CExplainScope& scope, CAppParseRuleTable& table, const HeaderTal
     if (tally.runs > 1) words = "the first " + words;
     if (layout.isWrappedHeader) words += "; taken to go on in the next line";
     scope.Tell(words, tally.accepted.line);
-    if (!layout.isHeaderFound) return;
+    if (!layout.isHeaderFound) {
+        TellRows(scope, table);
+        return;
+    }
     TellColumns(scope, table);
     if (layout.columns.size() != table.Headers().size()) return;
     TellEnd(scope, table);

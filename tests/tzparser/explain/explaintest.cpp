@@ -244,6 +244,67 @@ TEST(Explain, Tables) {
     }
 }
 
+TEST(Explain, Paragraphs) {
+    const std::string ports =
+        R"({"type":4,"name":"ports","startline":"^interface $port","endline":"regex:^!","child":)"
+        R"({"parserule":[{"keywords":{"keyword":["mtu $int:mtu","vlan $int:v"]}},)"
+        R"({"type":3,"name":"t","headers":"A;B","headertovariables":"A:$a;B:$b"}]}})";
+    const std::string filtered =
+        R"({"type":4,"startline":"^interface $port","child":{"parserule":[{"type":0},)"
+        R"({"type":1,"name":"f","includelines":{"includeline":["mtu"]},"child":{"parserule":)"
+        R"([{"keywords":{"keyword":["mtu $q"]}}]}}]}})";
+    const Row rows[] = {
+        {"statements and tables over all paragraphs", ports.c_str(),
+         "x\ninterface a\n mtu 9\n A  B\n 1  2\n!\ninterface b\n mtu x",
+         "paragraph ports 0-8 8\n"
+         "  the first of 2 paragraphs, lines 2 to 6 @1\n"
+         "  the first line that fits the end line \"regex:^!\" @5\n"
+         "keyword 6-8 2 x2\n"
+         "  \"^interface $port\" matched in 2 of 2 paragraphs, first: $port = \"a\" @1\n"
+         "  \"mtu $int:mtu\" matched in 1 of 2 paragraphs, first: $mtu = \"9\" @2\n"
+         "  the first paragraph without a match, lines 7 to 8, doesn't fit \"mtu $int:mtu\"; $mtu "
+         "takes a whole number @7:5 /4\n"
+         "  ! no paragraph fits \"vlan $int:v\"\n"
+         "table t 6-8 2 x2\n"
+         "  header line found in 1 of 2 paragraphs; lines 7 to 8 have none of \"A B\"\n"
+         "  the first header line found, with each header in it @3\n"
+         "  the first of 1 row @4\n"},
+        {"no paragraph", ports.c_str(), "x\ninterfaces a\n mtu 9",
+         "paragraph ports 0-3 3\n"
+         "  ! no paragraph\n"
+         "  ! no line fits the start line \"^interface $port\" @1:9 /10\n"
+         "keyword\n"
+         "table t\n"},
+        {"a filter below: the values of earlier runs are gone", filtered.c_str(),
+         "interface a\n mtu 9\ninterface b\n",
+         "paragraph 0-4 4\n"
+         "  the first of 2 paragraphs, lines 1 to 2 @0\n"
+         "keyword 2-4 2 x2\n"
+         "  \"^interface $port\" matched in 2 of 2 paragraphs, first: $port = \"a\" @0\n"
+         "filter f 2-4 0 x2\n"
+         "  1 line fits the include pattern \"mtu\"\n"
+         "  the first of 1 line kept @1\n"
+         "keyword 2-4 0 x2\n"
+         "  \"mtu $q\" matched in 1 of 2 paragraphs; a later run dropped the values or another "
+         "statement wrote over them @1\n"
+         "  the first paragraph without a match, lines 3 to 4, doesn't fit \"mtu $q\"; there is no "
+         "line to fit\n"},
+        {"neither a start line nor line mode", R"({"type":4})", "x",
+         "paragraph 0-1 1\n"
+         "  ! no paragraph: it has no start line, and a line alone is none\n"
+         "keyword\n"},
+        {"id lines", R"({"type":4,"startline":"regex:^i","idlines":["mtu $m"]})", "i\nmtu 1\ni",
+         "paragraph 0-3 3\n"
+         "  the first of 2 paragraphs, lines 1 to 2 @0\n"
+         "  1 of 2 paragraphs have the id line \"mtu $m\"\n"
+         "keyword 2-3 1 x2\n"
+         "  \"regex:^i\" matched in 2 of 2 paragraphs @0\n"
+         "  \"mtu $m\" matched in 1 of 2 paragraphs, first: $m = \"1\" @1\n"
+         "  the first paragraph without a match, line 3, doesn't fit \"mtu $m\"\n"},
+    };
+    CheckAll(rows);
+}
+
 // The first rule of a filter may be one that no node of the document stands for.
 TEST(Explain, PathsLeadToTheDocument) {
     const auto report = CTzExplain::Explain(ParseJson(R"({"sequences":[4],"samples":[
