@@ -212,6 +212,31 @@ class ExplainPageTest(unittest.TestCase):
         of_rule = {e.text for e in self.find_all("#text .value.of-rule")}
         self.assertIn("198.51.100.2", of_rule)
         self.assertNotIn("edge-rtr-1", of_rule)
+        data = self.open_example("fortinet_get_router_info_bgp_summary")
+        self.find("#rules .row[data-rule='2']").click()
+        shown = self.run_script("return [...document.querySelectorAll('.line:has(.range.own)')]"
+                                ".map(line => Number(line.dataset.row))")
+        self.assertEqual([shown[0], shown[-1] + 1], data["rules"][2]["ranges"][0])
+
+    # A paragraph's values are handed down to the tables in it, so several values stand at one place.
+    def test_values_at_one_place_show_the_one_that_is_read_there(self):
+        ports = {"type": 4, "name": "ports", "startline": "regex:^ port ", "idlines": [" port $port"],
+                 "child": {"parserule": [keywords("mtu $int:mtu")]}}
+        vrfs = {"type": 4, "name": "vrfs", "startline": "regex:^vrf ", "idlines": ["vrf $vrf"],
+                "child": {"parserule": [ports]}}
+        text = "vrf RED\n" + "".join(f" port e{i}\n  mtu {i}\n" for i in range(3000))
+        data = self.open_bytes(rule_document(vrfs), text.encode())
+        copies = [i for i, value in enumerate(data["values"]) if value[4:8] == [0, 4, 0, 7]]
+        self.assertEqual(len(copies), 3001)
+        piece = self.find(".line[data-row='0'] .value")
+        self.assertEqual(piece.text, "RED")
+        ActionChains(self.driver).move_to_element(piece).perform()
+        tip = self.find("#tip")
+        self.wait(tip.is_displayed, "the tooltip")
+        self.assertIn("vrfs.vrf[1]", tip.text.split("\n")[0])
+        self.assertIn("1001 more values", self.find(".line[data-row='0']").text)
+        self.run_script("app.chooseValue(arguments[0])", copies[-1])
+        self.assertEqual(self.find("#text .value.selected").text, "RED")
 
     def test_trouble_is_seen_at_once(self):
         definition = rule_document(keywords("^mtu $int:mtu bytes"))

@@ -1,6 +1,6 @@
 // Building elements, and lists of which only the rows in sight exist.
 
-const LOOKAHEAD = 30;          // rows made beyond what is in sight, both ways
+const LOOKAHEAD = 15;          // rows made beyond what is in sight, both ways
 const TALLEST = 15000000;      // pixels; browsers don't lay out much taller elements
 
 // What doesn't show by itself, or would change how what follows is shown: control characters, marks of

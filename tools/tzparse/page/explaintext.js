@@ -98,7 +98,7 @@ class TextPane {
     const code = make("span", "code");
     const line = this.report.lines[row];
     const length = Math.min(line.length, DRAWN_CHARS);
-    const spans = values.slice(0, DRAWN_VALUES).map((value) => ({ value, ...this.report.spanInRow(value, row) }));
+    const spans = this.drawnValues(values).map((value) => ({ value, ...this.report.spanInRow(value, row) }));
     const faults = (this.report.troubleRows.get(row) ?? []).filter(({ fact }) => fact.column >= 0)
         .map(({ fact }) => this.report.column(row, fact.column));
     for (const piece of cutLine(spans, length)) code.append(this.makePiece(row, line, piece, spans, faults));
@@ -107,6 +107,18 @@ class TextPane {
           `${Math.max(0, values.length - DRAWN_VALUES)} more values`));
     }
     return code;
+  }
+
+  // Not more than so many, but always the chosen one; in their order.
+  drawnValues(values) {
+    const { value } = this.app;
+    const drawn = values.slice(0, DRAWN_VALUES);
+    const at = values.indexOf(value, DRAWN_VALUES);
+    if (at < 0) return drawn;
+    const begin = (i) => (this.report.isWide(i) ? -1 : this.report.values[i][BEGIN_COL]);
+    const after = drawn.findIndex((i) => begin(i) > begin(value));
+    drawn.splice(after < 0 ? drawn.length : after, 0, value);
+    return drawn;
   }
 
   makePiece(row, line, { from, to, values }, spans, faults) {
@@ -123,18 +135,20 @@ class TextPane {
         spans.some((span) => span.value === inner && span.from === from));
     piece.classList.toggle("of-rule", values.some((value) => report.values[value][RULE] === this.app.rule));
     piece.classList.toggle("selected", values.includes(this.app.value));
-    piece.dataset.values = values.slice(-12).join(" ");
+    piece.dataset.values = [inner, ...values.filter((value) => value !== inner).slice(-11)].join(" ");
     return this.markFaults(piece, text, from, faults);
   }
 
-  // The value that is the least in extent, the last of several: it is what the pointer means.
+  // The value that is the least in extent, as it is what the pointer means. Of several at one place, which a
+  // paragraph's values that are handed down to tables are, the first with a rule: it is read there.
   innermost(values) {
     const { report } = this;
     return values.reduce((least, value) => {
       const a = report.values[least], b = report.values[value];
       const rows = (b[END_ROW] - b[BEGIN_ROW]) - (a[END_ROW] - a[BEGIN_ROW]);
       const columns = (b[END_COL] - b[BEGIN_COL]) - (a[END_COL] - a[BEGIN_COL]);
-      return rows < 0 || (rows === 0 && columns <= 0) ? value : least;
+      if (rows !== 0 || columns !== 0) return rows < 0 || (rows === 0 && columns < 0) ? value : least;
+      return a[RULE] < 0 && b[RULE] >= 0 ? value : least;
     });
   }
 
