@@ -129,47 +129,83 @@ std::string CAppParseRuleKeyWord::GetEnumVariableValue(const std::string& name) 
     return at != m_definition->enumVariableValues.end() ? at->second : std::string();
 }
 
-// A rule in a paragraph inside a paragraph knows the types of the outer paragraph's keyword rules
-// too.
-std::string CAppParseRuleKeyWord::GetVariableType(const std::string& name) const {
-    const auto at = m_definition->variableTypes.find(name);
-    if (at != m_definition->variableTypes.end()) return at->second;
+// The keyword rules in the paragraphs above the one that this rule stands in, nearest paragraph
+// first; those without any are left out. Other kinds between the paragraphs are passed over, or end
+// the walk.
+std::vector<std::vector<CAppParseRuleKeyWord*>> CAppParseRuleKeyWord::KeyWordsAbove(
+    bool passesOthers) const {
+    std::vector<std::vector<CAppParseRuleKeyWord*>> levels;
     const auto* inner = GetParentRule();
-    const auto* outer = inner != nullptr ? inner->GetParentRule() : nullptr;
-    if (outer != nullptr && inner->GetRuleType() == RuleType_Paragraph &&
-        outer->GetRuleType() == RuleType_Paragraph) {
-        for (const auto& child : outer->Children()) {
-            const auto* rule = dynamic_cast<const CAppParseRuleKeyWord*>(child.get());
-            if (rule == nullptr || rule == this) continue;
-            auto type = rule->GetVariableType(name);
+    if (inner == nullptr || inner->GetRuleType() != RuleType_Paragraph) return levels;
+    for (const auto* outer = inner->GetParentRule(); outer != nullptr;
+         outer = outer->GetParentRule()) {
+        if (outer->GetRuleType() != RuleType_Paragraph) {
+            if (passesOthers) continue;
+            break;
+        }
+        std::vector<CAppParseRuleKeyWord*> rules;
+        for (const auto& child : outer->Children())
+            if (auto* rule = dynamic_cast<CAppParseRuleKeyWord*>(child.get()))
+                rules.push_back(rule);
+        if (!rules.empty()) levels.push_back(std::move(rules));
+    }
+    return levels;
+}
+
+std::string CAppParseRuleKeyWord::OwnVariableType(const std::string& name) const {
+    const auto at = m_definition->variableTypes.find(name);
+    return at != m_definition->variableTypes.end() ? at->second : std::string();
+}
+
+// A rule in a paragraph inside a paragraph knows the types of the outer paragraphs' keyword rules
+// too. Each of those would ask the ones above it before its neighbour is asked, so the first of
+// every paragraph come first, upward, then the others from the top down. A rule that finds nothing
+// tries the name with a "$" in front.
+std::string CAppParseRuleKeyWord::GetVariableType(const std::string& name) const {
+    if (m_definition->variableTypes.count(name) != 0) return OwnVariableType(name);
+    const auto levels = KeyWordsAbove(false);
+    const bool triesDollar = !name.empty() && name.front() != '$';
+    const auto withDollar = triesDollar ? "$" + name : name;
+    for (const auto& rules : levels)
+        if (auto type = rules.front()->OwnVariableType(name); !type.empty()) return type;
+    for (auto level = levels.rbegin(); level != levels.rend(); ++level) {
+        for (const auto* rule : *level) {
+            auto type = rule->OwnVariableType(name);
+            if (type.empty()) type = rule->OwnVariableType(withDollar);
             if (!type.empty()) return type;
         }
     }
-    if (!name.empty() && name.front() != '$') return GetVariableType("$" + name);
-    return {};
+    return triesDollar ? GetVariableType(withDollar) : std::string();
 }
 
-std::vector<std::string> CAppParseRuleKeyWord::GetVariableNames() {
+std::vector<std::string> CAppParseRuleKeyWord::OwnVariableNames() {
     std::vector<std::string> kvps = m_definition->kvps;
     InsertParentStartExpression(kvps, true);
     std::vector<std::string> result;
     std::vector<std::string> names;
     for (const auto& kvp : kvps)
         if (ExtractVariableNames(kvp, names)) AppendNew(names, result);
+    return result;
+}
+
+std::vector<std::string> CAppParseRuleKeyWord::GetVariableNames() {
+    auto result = OwnVariableNames();
     AppendOuterVariableNames(result);
     AppendKeywordVariables(result);
     return result;
 }
 
+// Each rule above would add the names of those above it before its neighbour's: hence the first of
+// every paragraph upward, then what is left from the top down.
 void CAppParseRuleKeyWord::AppendOuterVariableNames(std::vector<std::string>& names) const {
-    const auto* inner = GetParentRule();
-    if (inner == nullptr || inner->GetRuleType() != RuleType_Paragraph) return;
-    for (const auto* outer = inner->GetParentRule(); outer != nullptr;
-         outer = outer->GetParentRule()) {
-        if (outer->GetRuleType() != RuleType_Paragraph) continue;
-        for (const auto& child : outer->Children()) {
-            auto* rule = dynamic_cast<CAppParseRuleKeyWord*>(child.get());
-            if (rule != nullptr && child.get() != inner) AppendNew(rule->GetVariableNames(), names);
+    const auto levels = KeyWordsAbove(true);
+    for (const auto& rules : levels) AppendNew(rules.front()->OwnVariableNames(), names);
+    for (auto level = levels.rbegin(); level != levels.rend(); ++level) {
+        for (auto* rule : *level) {
+            if (rule != level->front()) AppendNew(rule->OwnVariableNames(), names);
+            std::vector<std::string> builtIn;
+            rule->AppendKeywordVariables(builtIn);
+            AppendNew(builtIn, names);
         }
     }
 }

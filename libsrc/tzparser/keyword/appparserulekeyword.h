@@ -193,6 +193,9 @@ private:
     const std::set<std::string>& UsePreVars() const;
     void FillAllVariables(std::set<std::string>& names) const;
     void AddDefinition(CAppVariableDef* parent, const std::string& name, AppDataType_e type) const;
+    std::vector<std::vector<CAppParseRuleKeyWord*>> KeyWordsAbove(bool passesOthers) const;
+    std::string OwnVariableType(const std::string& name) const;
+    std::vector<std::string> OwnVariableNames();
     void AppendOuterVariableNames(std::vector<std::string>& names) const;
     std::string ReplaceByDummy(const std::string& statement, const std::string& name,
                                std::vector<std::string>& names);
