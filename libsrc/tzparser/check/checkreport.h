@@ -39,6 +39,15 @@ enum CheckMessage_e {
     CheckMessage_BelowKeyWord,
     CheckMessage_NotForFilter,
     CheckMessage_FilterPatternBroken,
+    // Paragraphs.
+    CheckMessage_ParagraphNever,
+    CheckMessage_ParagraphStartBroken,
+    CheckMessage_ParagraphEndBroken,
+    CheckMessage_ParagraphIdBroken,
+    CheckMessage_ParagraphParentBroken,
+    CheckMessage_ParagraphParentWithoutVariable,
+    CheckMessage_ParagraphGroupSize,
+    CheckMessage_ParagraphVariableUnknown,
     // Bounds.
     CheckMessage_UnknownBound,
     CheckMessage_BoundWithoutVariable,

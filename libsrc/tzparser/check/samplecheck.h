@@ -62,6 +62,10 @@ private:
     void CheckFilter(const hxJson::Value& node, const std::string& path);
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);
+    void CheckParagraph(const hxJson::Value& node, const std::string& path);
+    void CheckParagraphLines(const hxJson::Value& node, const std::string& path);
+    void CheckParagraphVariables(const hxJson::Value& node, const std::string& path);
+    CAppParseRule* FindRule();
     void CheckKeyWords(const hxJson::Value& node, const std::string& path);
     void CheckStatement(const CStatementCheck& check, const std::string& path);
     void CheckYield(const CStatementCheck& check, const std::string& path);

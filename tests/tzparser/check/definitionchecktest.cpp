@@ -232,6 +232,33 @@ TEST(DefinitionCheck, Bounds) {
              R"(},{"xxid":"last","keywords":{"keyword":["a $a"]}}]}}]})");
 }
 
+TEST(DefinitionCheck, Paragraphs) {
+    const Row rows[] = {
+        {"nothing to begin with", R"("name":"p")",
+         "@[0]: There is no start line and no line mode, so there are no paragraphs.\n"},
+        {"line mode", R"("islineasparagraph":true,"lineasparagraph":3)",
+         "@[0].lineasparagraph: A document can say 1 or 0 here; any other number counts as 1.\n"},
+        {"variables",
+         R"("startline":"^p $n","keyvariables":"n;$m;$x","isuseprevars":true,)"
+         R"("useprevars":"$m;m")",
+         "@[0].keyvariables: The paragraph has no variable \"$x\".\n"
+         "@[0].useprevars: The paragraph has no variable \"m\".\n"},
+        {"a parent line without variables", R"("startline":"p","parentline":"regex:x")",
+         "@[0].parentline: The parent line has no variable, so nothing is read from it.\n"
+         "    regex:x\n"},
+        {"an id line as a list", R"("startline":"p","idlines":"x")",
+         "@[0].idlines: This is not an array and is ignored.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":[{"type":4,)",
+             R"(,"child":{"parserule":[{"keywords":{"keyword":["m $m"]}}]}}]}}]})");
+    const auto broken =
+        Found(R"-({"samples":[{"parserRules":{"parserule":[{"type":4,"startline":"$x(a|b[)",)-"
+              R"-("endline":"$x(a|b[)","idlines":["$x(a|b[)"],"parentline":"$x(a|b[)"}]}}]})-");
+    for (const char* words : {"so there are no paragraphs", "ends no paragraph",
+                              "fails the check of its id lines", "is never read"})
+        EXPECT_NE(broken.find(words), std::string::npos) << broken;
+}
+
 TEST(DefinitionCheck, Filters) {
     const Row rows[] = {
         {"sound",
