@@ -20,8 +20,10 @@ import browser
 
 TOOL, EXAMPLES = sys.argv[1], Path(sys.argv[2])
 
-# Keyword rules with bounds and a value of several lines; a keyword rule beside a table; CRLF and pager marks.
-PAGES = ["cisco_ios_running_config", "fortinet_get_router_info_bgp_summary", "huawei_vrp_display_version"]
+# Keyword rules with bounds and a value of several lines; a keyword rule beside a table; CRLF and pager marks;
+# paragraphs in paragraphs.
+PAGES = ["cisco_ios_running_config", "fortinet_get_router_info_bgp_summary", "huawei_vrp_display_version",
+         "arista_eos_running_config"]
 
 # For each row that is there: [row, text, length, [[values, begin, end, text] of each piece with values]]. A
 # label of what can't be seen counts as the one character that it stands for.
@@ -217,6 +219,18 @@ class ExplainPageTest(unittest.TestCase):
         shown = self.run_script("return [...document.querySelectorAll('.line:has(.range.own)')]"
                                 ".map(line => Number(line.dataset.row))")
         self.assertEqual([shown[0], shown[-1] + 1], data["rules"][2]["ranges"][0])
+
+    def test_clicking_a_paragraph_shows_each_and_the_values_below(self):
+        data = self.open_example("arista_eos_running_config")
+        i = next(i for i, rule in enumerate(data["rules"]) if rule["name"] == "interfaces")
+        self.find(f"#rules .row[data-rule='{i}']").click()
+        begins = self.run_script("return [...document.querySelectorAll('.line:has(.range.own.first)')]"
+                                 ".map(line => Number(line.dataset.row))")
+        self.assertEqual(begins, [begin for begin, _ in data["rules"][i]["ranges"]])
+        self.assertGreater(len(begins), 1)
+        of_rule = {e.text for e in self.find_all("#text .value.of-rule")}
+        self.assertIn("Ethernet1", of_rule)
+        self.assertNotIn("leaf-1", of_rule)
 
     # A paragraph's values are handed down to the tables in it, so several values stand at one place.
     def test_values_at_one_place_show_the_one_that_is_read_there(self):

@@ -64,6 +64,7 @@ class Report {
     Object.assign(this, data);
     this.isAscii = new Uint8Array(this.lines.length);  // 0: not looked at; 1: it is; 2: it isn't
     this.giveHues();
+    this.measureSubtrees();
     this.indexRows();
     this.gatherTroubles();
   }
@@ -74,6 +75,20 @@ class Report {
     for (const value of this.values) if (value[RULE] >= 0) ++this.counts[value[RULE]];
     let next = 0;
     this.hues = this.counts.map((count) => (count > 0 ? String(next++ % HUES) : "none"));
+  }
+
+  // Rules stand in pre-order: those below a rule follow it, up to its `subtreeEnd`.
+  measureSubtrees() {
+    this.subtreeEnd = this.rules.map((_, i) => i + 1);
+    for (let i = this.rules.length - 1; i > 0; --i) {
+      const { parent } = this.rules[i];
+      if (parent >= 0) this.subtreeEnd[parent] = Math.max(this.subtreeEnd[parent], this.subtreeEnd[i]);
+    }
+  }
+
+  // Whether the value belongs to the rule or to one below it.
+  isOf(i, rule) {
+    return rule >= 0 && this.values[i][RULE] >= rule && this.values[i][RULE] < this.subtreeEnd[rule];
   }
 
   hue(rule) {

@@ -133,7 +133,7 @@ class TextPane {
     piece.classList.toggle("wide", report.isWide(inner));
     piece.classList.toggle("begin", report.values[inner][BEGIN_ROW] === row &&
         spans.some((span) => span.value === inner && span.from === from));
-    piece.classList.toggle("of-rule", values.some((value) => report.values[value][RULE] === this.app.rule));
+    piece.classList.toggle("of-rule", values.some((value) => report.isOf(value, this.app.rule)));
     piece.classList.toggle("selected", values.includes(this.app.value));
     piece.dataset.values = [inner, ...values.filter((value) => value !== inner).slice(-11)].join(" ");
     return this.markFaults(piece, text, from, faults);
@@ -252,15 +252,15 @@ class Overview {
     for (const row of report.troubleRows.keys()) this.fill(context, this.colour("", "--bad"), 1, 6, 6, row, row + 1);
   }
 
-  // The values of the chosen rule, one mark a pixel, and the chosen value over all.
+  // The values of the chosen rule and of those below it, one mark a pixel, and the chosen value over all.
   drawValues(context) {
     const { report, text: { app } } = this;
     const drawn = new Set();
     const hue = this.colour("c" + report.hue(app.rule));
     for (const i of app.rule >= 0 ? report.narrow : []) {
-      const [rule, , , , row] = report.values[i];
+      const row = report.values[i][BEGIN_ROW];
       const y = Math.floor(row * this.scale);
-      if (rule !== app.rule || drawn.has(y)) continue;
+      if (drawn.has(y) || !report.isOf(i, app.rule)) continue;
       drawn.add(y);
       this.fill(context, hue, 0.9, 6, 5, row, row + 1);
     }
