@@ -149,9 +149,10 @@ void TellEnd(CExplainScope& scope, CAppParseRuleTable& table) {
 
 void TellRows(CExplainScope& scope, const CAppParseRuleTable& table) {
     std::set<int> rows;
-    for (const auto& [name, cells] : table.VariablePos())
-        for (const auto& [line, cell] : cells)
+    for (const auto& column : table.Values().All())
+        column.second.ForEach([&rows](int line, const CAppTextLet& cell) {
             if (!cell.text.empty()) rows.insert(line);
+        });
     if (rows.empty())
         scope.Warn("no row with a value");
     else

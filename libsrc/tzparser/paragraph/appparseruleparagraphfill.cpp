@@ -27,9 +27,8 @@ int NextLine(const std::vector<int>& lines, int from) {
     return at != lines.end() ? *at : NoLine;
 }
 
-int NextLine(const std::map<int, CAppTextLet>& rows, int from) {
-    const auto at = rows.lower_bound(from);
-    return at != rows.end() ? at->first : NoLine;
+int NextLine(const CLetColumn& rows, int from) {
+    return rows.FirstLine(from);
 }
 
 CAppParseRuleTable* AsTable(CAppParseRule& rule) {
@@ -135,12 +134,12 @@ void CAppParseRuleParagraph::AddGapsThatBecameIndexes(const Lines& lines,
 }
 
 void CAppParseRuleParagraph::FillTableChild(CAppParseRuleTable& child, FillState& state) const {
-    static const std::map<int, CAppTextLet> noRows;
-    const auto& values = child.VariablePos();
+    static const CLetColumn noRows;
+    const auto& values = child.Values().All();
     const auto gaps =
         FindGaps(values.empty() ? noRows : values.begin()->second, values.size(), state);
     FillEmptyTableValue(child, gaps);
-    state.names = child.VariablePos().size();
+    state.names = child.Values().All().size();
 }
 
 // The numbers are indexes of this rule's paragraphs. From FillEmptyParagraphLines come line numbers

@@ -26,7 +26,7 @@ struct TableGrid;
 //     rule->AddHeaderVar("VLAN", "$int:vlan");             // the column Name is parsed and dropped
 //     sample.Parse("Port   Name   VLAN\n"
 //                  "Gi0/1  uplink 10\n", 0, -1, nullptr);
-//     rule->VariablePos().at("$vlan").at(1);               // row 1, columns 14 to 16, "10"
+//     rule->GetVariablePos().at("$vlan").at(1);            // row 1, columns 14 to 16, "10"
 //
 // Tables of devices are only roughly aligned: values overrun their columns, are shifted, or wrap to
 // the next line. The steps that put up with that are told in tablerow.h, one step a function.
@@ -39,7 +39,7 @@ struct TableGrid;
 // time uses a rule.
 class TZPARSER_API CAppParseRuleTable : public CAppParseRule {
 public:
-    using VariablePositions = CTableValues::VariablePositions;
+    using VariablePositions = CLetColumns::Positions;
 
     explicit CAppParseRuleTable(CAppParseRule* parent);
     ~CAppParseRuleTable() override;
@@ -129,9 +129,10 @@ public:
                IAppVariableCallback* callback) override;
     // The header line of the last parse that found a table; -1 before.
     int GetBeginLine() const { return m_beginLine; }
-    // The values found: variable name with "$", line, cell. The first is for reading, the second
-    // hands out the map itself to a host, after which every parse looks at all of it.
-    const VariablePositions& VariablePos() const { return m_values.Positions(); }
+    // The values found, by variable name with "$" and by line: for reading, as a copy, and as the
+    // maps themselves for a host, after which every parse looks at all of them.
+    const CLetColumns& Values() const { return m_values.Columns(); }
+    VariablePositions VariablePos() const { return Values().ToPositions(); }
     VariablePositions& GetVariablePos() { return m_values.HostPositions(); }
     // Stores a cell under a line, in the place of one that stood there.
     void AddVariablePosInfo(const std::string& name, int line, CAppTextLet let);

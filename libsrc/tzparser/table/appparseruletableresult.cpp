@@ -19,13 +19,6 @@ std::string WithDollar(const std::string& name) {
     return !name.empty() && name.front() == '$' ? name : "$" + name;
 }
 
-std::vector<CAppTextLet> CopyValues(const CTableValues::Cells& cells) {
-    std::vector<CAppTextLet> values;
-    values.reserve(cells.size());
-    for (const auto& cell : cells) values.push_back(cell.second);
-    return values;
-}
-
 // A rule's name as it stands in front of a full name, with the dot when that has one.
 std::string Prefix(const std::string& ruleName, const std::string& name) {
     return name.find('.') == std::string::npos ? ruleName : ruleName + ".";
@@ -50,8 +43,7 @@ std::string CAppParseRuleTable::KeyOf(const std::string& name) const {
 
 std::vector<CAppTextLet> CAppParseRuleTable::GetVariableValue(const std::string& name) {
     const auto key = KeyOf(name);
-    const auto known = VariablePos().find(key);
-    if (known != VariablePos().end()) return CopyValues(known->second);
+    if (const auto* known = Values().Find(key)) return known->Lets();
     std::vector<CAppTextLet> values;
     AppendParagraphValues(key, values);
     return values;
@@ -63,9 +55,8 @@ void CAppParseRuleTable::AppendParagraphValues(const std::string& name,
                                                std::vector<CAppTextLet>& values) const {
     const auto* rule = GetParentRule();
     if (rule != nullptr && rule->GetRuleType() == RuleType_Filter) rule = rule->GetParentRule();
-    std::vector<int> rows;
-    if (!VariablePos().empty())
-        for (const auto& cell : VariablePos().begin()->second) rows.push_back(cell.first);
+    const auto& columns = Values().All();
+    const auto rows = columns.empty() ? std::vector<int>() : columns.begin()->second.Lines();
     for (; rule != nullptr && rule->GetRuleType() == RuleType_Paragraph;
          rule = rule->GetParentRule()) {
         const auto* scope = rule->AsParagraphScope();
@@ -87,16 +78,15 @@ CAppParseRule* CAppParseRuleTable::GetChildRuleByVariableName(const std::string&
         return CAppParseRule::GetChildRuleByVariableName(name);
     const auto key = WithDollar(name.substr(prefix.size()));
     const bool isMine =
-        VariablePos().count(key) != 0 || m_definition->variableTypes.count(key) != 0;
+        Values().Find(key) != nullptr || m_definition->variableTypes.count(key) != 0;
     return isMine ? this : nullptr;
 }
 
 // An empty cell of a row counts as well as a value that was filled in: the text isn't looked at.
 bool CAppParseRuleTable::IsNoneExist() {
-    for (const auto& variable : VariablePos())
-        for (const auto& cell : variable.second)
-            if (cell.second.IsEmpty()) return true;
-    return false;
+    const auto& columns = Values().All();
+    return std::any_of(columns.begin(), columns.end(),
+                       [](const auto& column) { return column.second.HasEmptySpan(); });
 }
 
 // Only a name that begins with ".start" asks for the end: one that ends in ".start" or ".end",
@@ -124,7 +114,8 @@ bool CAppParseRuleTable::SaveResultAsJson(hxJson::Value& node) {
     auto& result = node[ResultKey::ParseResult];
     result[TableKey::ParserName] = m_definition->name;
     result[ResultKey::ParserType] = static_cast<int>(GetRuleType());
-    if (!SaveResultAsJSON(VariablePos(), result, m_definition->variableTypes, {})) return false;
+    if (!SaveResultAsJSON(Values().ToPositions(), result, m_definition->variableTypes, {}))
+        return false;
     return CAppParseRule::SaveResultAsJson(result);
 }
 
@@ -133,7 +124,7 @@ void CAppParseRuleTable::SaveResultAsXML(CMarkup& xml) {
     xml.IntoElem();
     xml.AddElem(TableKey::ParserName, m_definition->name);
     xml.AddElem(ResultKey::ParserType, static_cast<int>(GetRuleType()));
-    SaveResultAsXml(VariablePos(), xml, m_definition->variableTypes);
+    SaveResultAsXml(Values().ToPositions(), xml, m_definition->variableTypes);
     CAppParseRule::SaveResultAsXML(xml);
     xml.OutOfElem();
 }

@@ -55,7 +55,7 @@ std::vector<Position> SeparatorColumns(std::string_view line, std::size_t count)
 
 // A variable of a run: where its cells go, and what its cell before was.
 struct RunVariable {
-    CTableValues::Cells* cells = nullptr;  // null before the first cell
+    CLetColumn* cells = nullptr;  // null before the first cell
     std::string_view previous;
 };
 
@@ -225,9 +225,7 @@ public:
         run.previous = text;
         if (run.cells == nullptr) run.cells = &m_values.Column(variable.name);
         const int line = cell.isOfNextLine ? row + 1 : row;
-        m_values.Store(*run.cells, line,
-                       CAppTextLet(line, Saturate(cell.begin), line,
-                                   Saturate(cell.begin + Size(text)), std::string(text)));
+        m_values.Store(*run.cells, line, Saturate(cell.begin), text);
     }
 
 private:
@@ -255,7 +253,7 @@ void CAppParseRuleTable::ReadRows(const Plan& plan, const std::vector<char>& ign
 }
 
 void CAppParseRuleTable::AddVariablePosInfo(const std::string& name, int line, CAppTextLet let) {
-    m_values.Store(name, line, std::move(let));
+    m_values.Store(name, line, let);
 }
 
 void CAppParseRuleTable::StoreEmptyRow(int line) {

@@ -3,22 +3,33 @@
 #include <algorithm>
 #include <utility>
 
-CTableValues::VariablePositions& CTableValues::HostPositions() {
+CLetColumns::Positions& CTableValues::HostPositions() {
     m_isHosted = true;
-    return m_positions;
+    return m_columns.HostPositions();
 }
 
-void CTableValues::Store(Cells& column, int line, CAppTextLet&& let) {
-    column.insert_or_assign(column.end(), line, std::move(let));
-    if (m_unchecked.empty() || m_unchecked.back() != line) m_unchecked.push_back(line);
+// The cells of a row come one after the other: one with a text settles the row, unless it takes the
+// place of a cell whose text may have been the row's only one.
+void CTableValues::Store(CLetColumn& column, std::int32_t line, std::int32_t begin,
+                         std::string_view text) {
+    const bool isNew = column.LastLine() < line;
+    column.Set(line, begin, text);
+    if (!isNew || (text.empty() && m_lineWithText != line)) {
+        if (m_unchecked.empty() || m_unchecked.back() != line) m_unchecked.push_back(line);
+        return;
+    }
+    if (text.empty()) return;
+    m_lineWithText = line;
+    if (!m_unchecked.empty() && m_unchecked.back() == line) m_unchecked.pop_back();
 }
 
-void CTableValues::Store(const std::string& name, int line, CAppTextLet&& let) {
-    Store(Column(name), line, std::move(let));
+void CTableValues::Store(const std::string& name, std::int32_t line, const CAppTextLet& let) {
+    m_columns.Column(name).Set(line, let);
+    m_unchecked.push_back(line);
 }
 
-void CTableValues::StoreFilling(const std::string& name, int line) {
-    Column(name).insert_or_assign(line, CAppTextLet(line, 0, line, 0, std::string()));
+void CTableValues::StoreFilling(const std::string& name, std::int32_t line) {
+    m_columns.Column(name).Set(line, 0, {});
     m_filling.insert(m_filling.end(), line);
 }
 
@@ -29,34 +40,36 @@ void CTableValues::ReleaseFilling() {
 
 // Lines that no one has stored to since they were last looked at have their text still.
 void CTableValues::RemoveEmptyRows() {
-    const auto lines = m_isHosted ? AllLines() : std::exchange(m_unchecked, {});
+    auto lines = m_isHosted ? AllLines() : std::exchange(m_unchecked, {});
     m_unchecked.clear();
-    for (const int line : lines)
-        if (m_filling.count(line) == 0 && !HasText(line)) RemoveRow(line);
-}
-
-bool CTableValues::HasText(int line) const {
-    return std::any_of(m_positions.begin(), m_positions.end(), [line](const auto& variable) {
-        const auto at = variable.second.find(line);
-        return at != variable.second.end() && !at->second.text.empty() && !at->second.IsEmpty();
-    });
-}
-
-void CTableValues::RemoveRow(int line) {
-    for (auto& variable : m_positions) variable.second.erase(line);
-}
-
-std::vector<int> CTableValues::AllLines() const {
-    std::vector<int> lines;
-    for (const auto& variable : m_positions)
-        for (const auto& cell : variable.second) lines.push_back(cell.first);
+    m_lineWithText = NoLine;
     std::sort(lines.begin(), lines.end());
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-    return lines;
+    const auto stays = [this](std::int32_t line) {
+        return m_filling.count(line) != 0 || HasText(line);
+    };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), stays), lines.end());
+    for (auto& column : m_columns.All()) column.second.Erase(lines);
+}
+
+bool CTableValues::HasText(std::int32_t line) const {
+    const auto& columns = m_columns.All();
+    return std::any_of(columns.begin(), columns.end(),
+                       [line](const auto& column) { return column.second.HasText(line); });
+}
+
+std::vector<std::int32_t> CTableValues::AllLines() const {
+    std::vector<std::int32_t> all;
+    for (const auto& column : m_columns.All()) {
+        const auto lines = column.second.Lines();
+        all.insert(all.end(), lines.begin(), lines.end());
+    }
+    return all;
 }
 
 void CTableValues::Clear() {
-    m_positions.clear();
+    m_columns.Clear();
     m_unchecked.clear();
     m_filling.clear();
+    m_lineWithText = NoLine;
 }

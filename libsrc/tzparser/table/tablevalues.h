@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/runtime/tzexport.h"
-#include "tzparser/text/apptextlet.h"
+#include "tzparser/text/letcolumns.h"
 
-#include <map>
+#include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // CTableValues holds the cells of a table rule over all its runs, and takes out the lines without
@@ -13,32 +13,28 @@
 //
 //     CTableValues values;
 //     auto& column = values.Column("$port");                      // once a run
-//     values.Store(column, 7, CAppTextLet(7, 0, 7, 5, "Gi0/1"));  // once a cell
+//     values.Store(column, 7, 0, "Gi0/1");                        // once a cell
 //     values.Store("$port", 9, CAppTextLet(9, 0, 9, 0, ""));
 //     values.RemoveEmptyRows();                                   // line 9 goes
 //
 // A run costs what it stores, however much is stored already. One thread at a time uses an object.
 class TZPARSER_API CTableValues {
 public:
-    // Variable name with "$", line, cell.
-    using Cells = std::map<int, CAppTextLet>;
-    using VariablePositions = std::map<std::string, Cells>;
+    // Variable name with "$", then the cells by line.
+    const CLetColumns& Columns() const { return m_columns; }
+    // The maps for a host to read and write, now or later: from now on all lines are looked at.
+    CLetColumns::Positions& HostPositions();
 
-    const VariablePositions& Positions() const { return m_positions; }
-    // The map for a host to read and write, now or later: from now on all lines are looked at.
-    VariablePositions& HostPositions();
-
-    // The cells of a variable, an empty map at first; valid until Clear, or until a host takes the
-    // variable out.
-    Cells& Column(const std::string& name) { return m_positions[name]; }
-    // Stores a cell in the place of one that stood there. Ascending lines are stored in constant
-    // time.
-    void Store(Cells& column, int line, CAppTextLet&& let);
-    void Store(const std::string& name, int line, CAppTextLet&& let);
+    // The cells of a variable, none at first; valid until Clear, or until a host takes the variable
+    // out.
+    CLetColumn& Column(const std::string& name) { return m_columns.Column(name); }
+    // Stores a cell in the place of one that stood there.
+    void Store(CLetColumn& column, std::int32_t line, std::int32_t begin, std::string_view text);
+    void Store(const std::string& name, std::int32_t line, const CAppTextLet& let);
 
     // Stores an empty cell under a line, in the place of one that stood there, which stays when
     // empty rows go.
-    void StoreFilling(const std::string& name, int line);
+    void StoreFilling(const std::string& name, std::int32_t line);
     // From now on cells stored by StoreFilling go with the empty rows.
     void ReleaseFilling();
 
@@ -48,12 +44,15 @@ public:
     void Clear();
 
 private:
-    bool HasText(int line) const;
-    void RemoveRow(int line);
-    std::vector<int> AllLines() const;
+    static constexpr std::int32_t NoLine = -1;
 
-    VariablePositions m_positions;
-    std::vector<int> m_unchecked;  // lines stored to since they were last looked at
-    std::set<int> m_filling;       // lines that stay without text
+    bool HasText(std::int32_t line) const;
+    std::vector<std::int32_t> AllLines() const;
+
+    CLetColumns m_columns;
+    // Lines that may be without text: those stored to without one since they were last looked at.
+    std::vector<std::int32_t> m_unchecked;
+    std::int32_t m_lineWithText = NoLine;  // the last line that a text was stored to
+    std::set<std::int32_t> m_filling;      // lines that stay without text
     bool m_isHosted = false;
 };

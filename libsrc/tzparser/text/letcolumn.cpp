@@ -142,6 +142,17 @@ bool CLetColumn::HasText(std::int32_t line) const {
     return !let.text.empty() && !let.IsEmpty();
 }
 
+bool CLetColumn::HasEmptySpan() const {
+    bool found = false;
+    ForEach([&found](std::int32_t, const CAppTextLet& let) { found = found || let.IsEmpty(); });
+    return found;
+}
+
+std::int32_t CLetColumn::LastLine() const {
+    if (IsEmpty()) return NoLineYet;
+    return m_map != nullptr ? m_map->rbegin()->first : m_cells.back().line;
+}
+
 std::vector<CAppTextLet> CLetColumn::Lets() const {
     std::vector<CAppTextLet> lets;
     lets.reserve(Count());

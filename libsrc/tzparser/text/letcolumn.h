@@ -25,6 +25,8 @@ public:
 
     // What FirstLine gives when there is no such line.
     static constexpr std::int32_t NoLine = INT32_MAX;
+    // What LastLine gives of an empty column.
+    static constexpr std::int32_t NoLineYet = INT32_MIN;
 
     bool IsEmpty() const { return Count() == 0; }
     std::size_t Count() const;
@@ -42,6 +44,10 @@ public:
     std::int32_t FirstLine(std::int32_t from) const;
     // Whether the line has a value with a text and a span.
     bool HasText(std::int32_t line) const;
+    // Whether some value's span begins where it ends.
+    bool HasEmptySpan() const;
+    // The largest line that has a value; NoLineYet when there is none.
+    std::int32_t LastLine() const;
     // Copies in line order: of all values, and of the lines alone.
     std::vector<CAppTextLet> Lets() const;
     std::vector<std::int32_t> Lines() const;

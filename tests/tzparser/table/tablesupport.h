@@ -20,7 +20,7 @@ inline CAppParseRuleTable& TableAt(CAppParseRule& parent, std::size_t index) {
 
 // One line a variable: `$a 1:0-3 'Gi1' 2:...`, a cell as its line, columns and text; the line is
 // that of the cell's key, which its rows have to repeat.
-inline std::string DumpCells(const CTableValues::VariablePositions& positions) {
+inline std::string DumpCells(const CLetColumns::Positions& positions) {
     std::string dump;
     for (const auto& [name, cells] : positions) {
         dump += name;
