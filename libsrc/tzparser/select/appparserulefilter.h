@@ -120,7 +120,7 @@ public:
         return run < m_multiLineStatus.size() ? m_multiLineStatus[run] : m_lineStatus;
     }
     // Below a paragraph, notes the status of a run over a range; otherwise does nothing.
-    void SetLineStatus(AppLineStatus status, int startLine, int endLine);
+    void SetLineStatus(const AppLineStatus& status, int startLine, int endLine);
 
     bool AddToVariableTree(CAppVariableDef* def) override;
     // For the rule's name, one character in front allowed: one let a status with the text of its

@@ -212,7 +212,7 @@ std::vector<CAppLineStatus> CAppParseRuleFilter::RunStatuses() const {
     return IsUseMultiLineStatus() ? m_multiLineStatus : std::vector<CAppLineStatus>{m_lineStatus};
 }
 
-void CAppParseRuleFilter::SetLineStatus(AppLineStatus status, int startLine, int endLine) {
+void CAppParseRuleFilter::SetLineStatus(const AppLineStatus& status, int startLine, int endLine) {
     if (IsUseMultiLineStatus()) AddRunStatus(CAppLineStatus(status), startLine, endLine);
 }
 
