@@ -86,6 +86,9 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
      "The rule with the id \"{0}\" has no variable \"{1}\", so this one never runs."},
     {CheckMessage_PatternEmpty, "The pattern (\"pattern\") is empty and fits the first line."},
     {CheckMessage_PatternAsText, "{0} {1} The pattern is searched for as a plain text."},
+    {CheckMessage_PatternAnchorAsText,
+     "Without a variable the pattern is searched for as it stands, with its \"^\" or \"$\". An "
+     "expression begins with \"regex:\"."},
     {CheckMessage_PatternBroken, "The pattern doesn't compile, so the rule never runs. {0}"},
     {CheckMessage_StatementInvalid, "{0} {1} The statement is left out."},
     {CheckMessage_StatementBroken, "The statement doesn't compile and never matches. {0}"},

@@ -56,6 +56,7 @@ enum CheckMessage_e {
     CheckMessage_BoundVariableUnknown,
     CheckMessage_PatternEmpty,
     CheckMessage_PatternAsText,
+    CheckMessage_PatternAnchorAsText,
     CheckMessage_PatternBroken,
     // Statements.
     CheckMessage_StatementInvalid,

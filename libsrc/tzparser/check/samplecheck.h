@@ -59,6 +59,7 @@ private:
     void CheckPatternBound(const NIGroupInfo& bound, const std::string& path);
 
     void CheckPattern(const std::string& pattern, const std::string& path, CheckMessage_e broken);
+    void CheckAnchors(const std::string& text, const std::string& path);
     void CheckFilter(const hxJson::Value& node, const std::string& path);
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);

@@ -89,7 +89,10 @@ void CSampleCheck::CheckPattern(const std::string& pattern, const std::string& p
                                 CheckMessage_e broken) {
     const CStatementCheck check(pattern);
     if (!check.IsValid()) {
-        if (!check.HasMarker()) return;
+        if (!check.HasMarker()) {
+            CheckAnchors(pattern, path);
+            return;
+        }
         const auto fault = check.WhyInvalid();
         m_report.Add(path, CheckMessage_PatternAsText, {check.Words(), fault.reason},
                      check.Statement(), fault.caret);
@@ -98,6 +101,15 @@ void CSampleCheck::CheckPattern(const std::string& pattern, const std::string& p
     const auto fault = check.WhyBroken();
     if (!fault.reason.empty())
         m_report.Add(path, broken, {fault.reason}, check.Statement(), fault.caret);
+}
+
+// In a plain text "^" and "$" are looked for like its other characters, seldom what is meant.
+void CSampleCheck::CheckAnchors(const std::string& text, const std::string& path) {
+    if (text.empty()) return;
+    if (text.front() == '^')
+        m_report.Add(path, CheckMessage_PatternAnchorAsText, {}, text, 0);
+    else if (text.back() == '$')
+        m_report.Add(path, CheckMessage_PatternAnchorAsText, {}, text, text.size() - 1);
 }
 
 // A begin line with global variables gets its expression from each parse.

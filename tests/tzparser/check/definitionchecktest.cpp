@@ -277,6 +277,15 @@ TEST(DefinitionCheck, Filters) {
          "pattern is searched for as a plain text.\n"
          "    regex:(a\n"
          "            ^\n"},
+        {"anchors of a plain text", R"("startline":"^!","endline":"end$")",
+         "@.startline: Without a variable the pattern is searched for as it stands, with its "
+         "\"^\" or \"$\". An expression begins with \"regex:\".\n"
+         "    ^!\n"
+         "    ^\n"
+         "@.endline: Without a variable the pattern is searched for as it stands, with its \"^\" "
+         "or \"$\". An expression begins with \"regex:\".\n"
+         "    end$\n"
+         "       ^\n"},
         {"bounds and operations", R"("nistart":{"type":2,"pattern":"a"},"operations":[{}])",
          "@.nistart: A filter takes no bounds and no operations; this is ignored.\n"
          "@.operations: A filter takes no bounds and no operations; this is ignored.\n"},
