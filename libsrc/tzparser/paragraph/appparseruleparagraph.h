@@ -224,7 +224,7 @@ private:
     // What the filling knows of a child from the runs before.
     struct FillState {
         bool hasOutside = false;  // a line of the child lies between two paragraphs
-        std::size_t names = 0;    // how many variables the child's rules had values for
+        std::size_t names = 0;    // how many variables the child had, or its table's version
     };
 
     // What one run needs beside the plan; kept for the memory alone.

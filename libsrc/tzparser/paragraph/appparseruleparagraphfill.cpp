@@ -8,8 +8,9 @@
 // Below another paragraph this runs after every run, over the paragraphs of all runs so far. What
 // earlier runs settled stays settled: their paragraphs keep their lines or were filled, and filling
 // them again would store the same. So only the new ones are looked at, and the first. Three things
-// make older ones count again: a child that had no variables before and has some now, ranges that
-// didn't come in order, and, for tables further down, line numbers that have become indexes.
+// make older ones count again: a child that has other variables now or lost rows of an earlier
+// parse, ranges that didn't come in order, and, for tables further down, line numbers that have
+// become indexes.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/table/appparseruletable.h"
@@ -137,9 +138,9 @@ void CAppParseRuleParagraph::FillTableChild(CAppParseRuleTable& child, FillState
     static const CLetColumn noRows;
     const auto& values = child.Values().All();
     const auto gaps =
-        FindGaps(values.empty() ? noRows : values.begin()->second, values.size(), state);
+        FindGaps(values.empty() ? noRows : values.begin()->second, child.RowsVersion(), state);
     FillEmptyTableValue(child, gaps);
-    state.names = child.Values().All().size();
+    state.names = child.RowsVersion();
 }
 
 // The numbers are indexes of this rule's paragraphs. From FillEmptyParagraphLines come line numbers

@@ -141,6 +141,8 @@ public:
     // paragraph above begins a parse and releases it.
     void StoreEmptyRow(int line);
     void ReleaseEmptyRows() { m_values.ReleaseFilling(); }
+    // Another number when rows of earlier runs may look otherwise.
+    std::size_t RowsVersion() const { return m_values.Version(); }
 
     // What the last parse decided.
     const TableLayout& LastLayout() const { return m_layout; }

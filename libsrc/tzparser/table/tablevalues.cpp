@@ -35,6 +35,7 @@ void CTableValues::StoreFilling(const std::string& name, std::int32_t line) {
 
 void CTableValues::ReleaseFilling() {
     m_unchecked.insert(m_unchecked.end(), m_filling.begin(), m_filling.end());
+    m_hasReleased = m_hasReleased || !m_filling.empty();
     m_filling.clear();
 }
 
@@ -50,6 +51,7 @@ void CTableValues::RemoveEmptyRows() {
     };
     lines.erase(std::remove_if(lines.begin(), lines.end(), stays), lines.end());
     for (auto& column : m_columns.All()) column.second.Erase(lines);
+    if (std::exchange(m_hasReleased, false)) ++m_removals;
 }
 
 bool CTableValues::HasText(std::int32_t line) const {

@@ -2,6 +2,7 @@
 
 #include "tzparser/text/letcolumns.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -38,6 +39,10 @@ public:
     // From now on cells stored by StoreFilling go with the empty rows.
     void ReleaseFilling();
 
+    // Another number as soon as lines of earlier runs may look otherwise: when a variable has come
+    // up, or released cells have gone.
+    std::size_t Version() const { return m_columns.All().size() + m_removals; }
+
     // Takes out of all variables each line without a cell that has a text and a span. Variables
     // stay, with no cell if need be.
     void RemoveEmptyRows();
@@ -54,5 +59,7 @@ private:
     std::vector<std::int32_t> m_unchecked;
     std::int32_t m_lineWithText = NoLine;  // the last line that a text was stored to
     std::set<std::int32_t> m_filling;      // lines that stay without text
+    bool m_hasReleased = false;            // released lines are among the unchecked ones
+    std::size_t m_removals = 0;            // how often released lines have gone
     bool m_isHosted = false;
 };
