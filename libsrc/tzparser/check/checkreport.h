@@ -39,6 +39,17 @@ enum CheckMessage_e {
     CheckMessage_BelowKeyWord,
     CheckMessage_NotForFilter,
     CheckMessage_FilterPatternBroken,
+    // Tables.
+    CheckMessage_TableWithoutHeaders,
+    CheckMessage_TableHeadersStatement,
+    CheckMessage_TableWithoutVariables,
+    CheckMessage_TableHeaderUnknown,
+    CheckMessage_TableHeaderWithoutVariable,
+    CheckMessage_TableColumnUnknown,
+    CheckMessage_TableAlignUnknown,
+    CheckMessage_TableRangeCount,
+    CheckMessage_TableEndBroken,
+    CheckMessage_TableExcludeBroken,
     // Paragraphs.
     CheckMessage_ParagraphNever,
     CheckMessage_ParagraphStartBroken,

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+class CAppParseRuleTable;
 class CStatementCheck;
 struct NIGroupInfo;
 
@@ -63,6 +64,14 @@ private:
     void CheckFilter(const hxJson::Value& node, const std::string& path);
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);
+    void CheckTable(const hxJson::Value& node, const std::string& path);
+    void CheckTableVariables(const hxJson::Value& node, CAppParseRuleTable& table,
+                             const std::string& path);
+    void CheckTableColumn(const CAppParseRuleTable& table, const std::string& name,
+                          const std::string& path);
+    void CheckTableAlign(const hxJson::Value& node, std::size_t headerCount,
+                         const std::string& path);
+    void CheckTableExcludes(const hxJson::Value& node, const std::string& path);
     void CheckParagraph(const hxJson::Value& node, const std::string& path);
     void CheckParagraphLines(const hxJson::Value& node, const std::string& path);
     void CheckParagraphVariables(const hxJson::Value& node, const std::string& path);

@@ -149,6 +149,57 @@ TEST(DefinitionCheck, IdentifyDocuments) {
              "samples[0].identify");
 }
 
+TEST(DefinitionCheck, Tables) {
+    const Row rows[] = {
+        {"nothing to mend",
+         R"("headers":"Port;Name","headertovariables":"Port:$port;","keyvariables":"$port;",
+            "useprevars":"port","hashcolumns":["port"],"alignrange":"7","endline":"Total (",
+            "enableexcludelines":true,"excludelines":{"excludeline":["[","regex:^#"]})",
+         ""},
+        {"no headers", R"("headertovariables":"Port:$port")",
+         "@.headers: There is no header, so the rule finds no table.\n"},
+        {"no variables", R"("headers":"Port")",
+         "@.headertovariables: No column has a variable, so the rule yields nothing.\n"},
+        {"variables that get nothing",
+         R"("headers":"Port;Name","headertovariables":"Port:$port;Nome:$name;Name:$a $b")",
+         "@.headertovariables: No header is \"Nome\"; the variable gets nothing.\n"
+         "    Nome:$name\n"
+         "    ^\n"
+         "@.headertovariables: The pattern gives no variable, or more than one; the column "
+         "\"Name\" is dropped.\n"
+         "    Name:$a $b\n"
+         "         ^\n"},
+        {"columns that aren't there",
+         R"("headers":"Port","headertovariables":"Port:$port","keyvariables":"$port;$x",
+            "useprevars":"y","hashcolumns":["$port","z"])",
+         "@.keyvariables: No column has the variable \"$x\".\n"
+         "@.useprevars: No column has the variable \"y\".\n"
+         "@.hashcolumns[1]: No column has the variable \"z\".\n"},
+        {"alignment",
+         R"("headers":"Port","headertovariables":"Port:$port","aligntype":"4","alignrange":"1")",
+         "@.aligntype: No alignment has the number 4, so the rule finds no table.\n"},
+        {"a count of numbers",
+         R"("headers":"A;B","headertovariables":"A:$a","aligntype":"2","alignrange":"0;4;")",
+         "@.alignrange: Number of headers: 2, of numbers: 3. The rule finds no table.\n"},
+        {"headers that are a statement",
+         R"("headers":"Cost $USD;Port","headertovariables":"Port:$port")",
+         "@.headers: All headers together are a statement; only a line that it fits from end to "
+         "end can be the header, and each header is looked for as a plain text all the same.\n"},
+        {"broken patterns",
+         R"j("headers":"Port","headertovariables":"Port:$port","endline":"$x(a|[)",
+            "enableexcludelines":true,"excludelines":{"excludeline":["regex:a(b"]})j",
+         "@.endline: The pattern doesn't compile and ends no table. Unmatched [ or [^ in "
+         "character class declaration.\n"
+         "    $x(a|[)\n"
+         "           ^\n"
+         "@.excludelines.excludeline[0]: The expression doesn't compile and is left out. Unmatched "
+         "marking parenthesis ( or \\(.\n"
+         "    regex:a(b\n"
+         "             ^\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"type":3,)", "}}}]}");
+}
+
 TEST(DefinitionCheck, RuleNodes) {
     const Row rows[] = {
         {"a lone rule", R"({"type":"0"})", ""},

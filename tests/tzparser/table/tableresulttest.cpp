@@ -138,6 +138,18 @@ TEST(TableResult, KeysOfATable) {
     EXPECT_EQ(keys(R"("tableKeys":["t.a"],"interfaceKeys":["t.b"])", false), "b ");
 }
 
+TEST(TableResult, AStandAloneTreeHasTexts) {
+    const auto sample =
+        LoadRules(TableNode(R"("headers":"AA;BB","headertovariables":"AA:$int:a;BB:$b")"));
+    const std::unique_ptr<CAppVariableDef> tree(sample->GetVariableTree());
+    const auto* table = tree->GetChild("$t");
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->GetDataType(), AppDataType_Node19);
+    ASSERT_EQ(table->GetChildCount(), 2U);
+    EXPECT_EQ(table->GetChildAt(0)->GetName(), "$a");
+    EXPECT_EQ(table->GetChildAt(0)->GetDataType(), AppDataType_String);
+}
+
 std::string DumpTable(const CAppVariableTableDef& table) {
     std::string dump = table.GetName() + "/" + table.GetPyName();
     for (const auto& child : table.GetChildren()) {
