@@ -150,6 +150,50 @@ TEST(TableResult, AStandAloneTreeHasTexts) {
     EXPECT_EQ(table->GetChildAt(0)->GetDataType(), AppDataType_String);
 }
 
+const char* const Slots =
+    "slot 1\n"
+    "AA  BB  CC\n"
+    "x   y   z\n"
+    "x2  y   z\n"
+    "slot 2\n"
+    "AA  BB  CC\n"
+    "x3  y   z\n";
+
+std::unique_ptr<CAppParseRuleSample> SlotSample(const std::string& children) {
+    return LoadSample(R"({"tableKeys":["slots.$slot","t.$a"],"interfaceKeys":["slots.$slot"],
+        "parserules":{"parserule":[{"type":4,"name":"slots","startline":"slot $int:slot",
+        "child":{"parserule":[{"type":0},)" +
+                      children + "]}}]}}");
+}
+
+// Each row gets the value of its paragraph.
+TEST(TableResult, BelowAParagraph) {
+    const auto sample = SlotSample(TableNode(""));
+    sample->Parse(Slots, 0, -1, nullptr);
+    auto& table = TableAt(*sample->Children().at(0), 1);
+    EXPECT_EQ(DumpCells(table.VariablePos()),
+              "$a 2:0-1 'x' 3:0-2 'x2' 6:0-2 'x3'\n$b 2:4-5 'y' 3:4-5 'y' 6:4-5 'y'\n"
+              "$c 2:8-9 'z' 3:8-9 'z' 6:8-9 'z'\n");
+    EXPECT_EQ(DumpLets(table.GetVariableValue("t.slot")), "0:5-6 \"1\"; 0:5-6 \"1\"; 4:5-6 \"2\"");
+    EXPECT_EQ(table.GetVariableType("slot"), "int");
+    EXPECT_EQ(table.GetVariableNames(), (std::vector<std::string>{"$a", "$b", "$c", "$slot"}));
+    EXPECT_EQ(table.GetTableKeysEx(false), (std::set<std::string>{"a", "slot"}));
+    EXPECT_EQ(table.GetTableKeysEx(true), std::set<std::string>{"slot"});
+}
+
+// Filters between are passed over. Below a filter later runs see only the first paragraph.
+TEST(TableResult, BelowAFilterBelowAParagraph) {
+    const auto sample = SlotSample(R"({"type":1,"name":"f","child":{"parserule":[{"type":0},)" +
+                                   TableNode("") + "]}}");
+    sample->Parse(Slots, 0, -1, nullptr);
+    auto& table = TableAt(*sample->Children().at(0)->Children().at(1), 1);
+    EXPECT_EQ(DumpLets(table.GetVariableValue("$slot")), "0:5-6 \"1\"; 0:5-6 \"1\"");
+    EXPECT_EQ(table.GetVariableType("$slot"), "int");
+    // The key of the column doesn't reach the table: a paragraph doesn't look for names below
+    // filters.
+    EXPECT_EQ(table.GetTableKeysEx(false), std::set<std::string>{"slot"});
+}
+
 std::string DumpTable(const CAppVariableTableDef& table) {
     std::string dump = table.GetName() + "/" + table.GetPyName();
     for (const auto& child : table.GetChildren()) {
