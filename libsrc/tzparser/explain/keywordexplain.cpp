@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -62,22 +63,23 @@ int FindLine(CAppParseRuleKeyWord& rule, const Trial& trial, const ExplainRun& r
     return -1;
 }
 
-// Whether a variable has a value from these lines, and where: a block has it at its first line.
-const CAppTextLet* ValueFrom(CAppParseRuleKeyWord& rule, const std::string& name, int first,
-                             int last) {
-    auto& positions = rule.GetVariablePos();
-    const auto values = positions.find(name);
-    if (values == positions.end()) return nullptr;
-    const auto value = values->second.lower_bound(first);
-    return value != values->second.end() && value->first <= last ? &value->second : nullptr;
+// The value of a variable from these lines, a block's being at its first line; none when there is
+// none.
+std::optional<CAppTextLet> ValueFrom(const CAppParseRuleKeyWord& rule, const std::string& name,
+                                     int first, int last) {
+    const auto* values = rule.Values().Find(name);
+    if (values == nullptr) return std::nullopt;
+    const int line = values->FirstLine(first);
+    if (line > last || line == CLetColumn::NoLine) return std::nullopt;
+    return values->At(line);
 }
 
 int FindBlock(CAppParseRuleKeyWord& rule, const Trial& trial, const ExplainRun& range) {
     std::string name;
     std::vector<std::pair<std::string, std::string>> spans;
     if (!trial.compiled.GetMlineVariables(name, spans)) return -1;
-    const auto* value = ValueFrom(rule, name, range.begin, range.end);
-    return value != nullptr && !value->text.empty() ? value->beginRow : -1;
+    const auto value = ValueFrom(rule, name, range.begin, range.end);
+    return value && !value->text.empty() ? value->beginRow : -1;
 }
 
 void Search(CAppParseRuleKeyWord& rule, Trial& trial, std::size_t run, const ExplainRun& range,
@@ -108,8 +110,8 @@ std::string ValuesInWords(CAppParseRuleKeyWord& rule, const Trial& trial) {
     std::size_t shown = 0;
     for (const auto& name : trial.compiled.GetVarNames()) {
         if (name == DummyVariableName || shown == MaxShownValues) continue;
-        const auto* value = ValueFrom(rule, name, trial.firstLine, last);
-        if (value == nullptr) continue;
+        const auto value = ValueFrom(rule, name, trial.firstLine, last);
+        if (!value) continue;
         words += (shown++ == 0 ? ": " : ", ") + name + " = " + Shown(*value);
     }
     return words;
@@ -119,13 +121,14 @@ std::string ValuesInWords(CAppParseRuleKeyWord& rule, const Trial& trial) {
 // ways to write them.
 bool HasAllValues(CAppParseRuleKeyWord& rule, const Trial& trial) {
     const auto names = trial.compiled.GetVarNames();
-    auto& positions = rule.GetVariablePos();
-    return std::all_of(names.begin(), names.end(), [&positions](const std::string& name) {
-        const auto values = positions.find(name);
-        return name == DummyVariableName ||
-               (values != positions.end() &&
-                std::any_of(values->second.begin(), values->second.end(),
-                            [](const auto& entry) { return !entry.second.text.empty(); }));
+    return std::all_of(names.begin(), names.end(), [&rule](const std::string& name) {
+        if (name == DummyVariableName) return true;
+        bool hasText = false;
+        if (const auto* values = rule.Values().Find(name))
+            values->ForEach([&hasText](int, const CAppTextLet& let) {
+                hasText = hasText || !let.text.empty();
+            });
+        return hasText;
     });
 }
 

@@ -42,7 +42,7 @@ bool CAppParseRuleKeyWord::OnCopyTo(CAppParseRule* target) {
     if (other == nullptr) return false;
     if (other == this) return true;
     other->m_definition = m_definition;
-    other->m_variablePos = m_variablePos;
+    other->m_values = m_values;
     other->m_runPlan = m_runPlan;
     other->SetRuleModify();
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tzparser/rule/appparserule.h"
+#include "tzparser/text/letcolumns.h"
 
 #include <map>
 #include <memory>
@@ -31,7 +32,7 @@
 // rule.
 class TZPARSER_API CAppParseRuleKeyWord : public CAppParseRule {
 public:
-    using VariablePositions = std::map<std::string, std::map<int, CAppTextLet>>;
+    using VariablePositions = CLetColumns::Positions;
 
     explicit CAppParseRuleKeyWord(CAppParseRule* parent);
     ~CAppParseRuleKeyWord() override;
@@ -94,8 +95,12 @@ public:
                                             std::set<std::string>& missing,
                                             const std::string& regex,
                                             const std::vector<std::string>& names);
-    // The values found: variable name with "$", line, let. The map itself, for reading and writing.
-    VariablePositions& GetVariablePos() { return m_variablePos; }
+    // The values found, by variable name with "$" and by line: for reading, and as the maps
+    // themselves for a host.
+    const CLetColumns& Values() const { return m_values; }
+    VariablePositions& GetVariablePos() { return m_values.HostPositions(); }
+    // Forgets all values, as a run does that isn't below a paragraph.
+    void ClearValues() { m_values.Clear(); }
     // Stores a value of a known variable under a line; a name without a type is ignored.
     void AddVariablePosInfo(const std::string& name, int line, const CAppTextLet& value);
     // For each variable that has values and a type, stores an empty value under each line, whatever
@@ -218,7 +223,7 @@ private:
     void CarryOver(const std::set<std::string>& usePre, const std::string& name,
                    CAppTextLet& value) const;
     void StoreStandBys(const Run& run);
-    void Store(const std::string& name, int line, CAppTextLet&& value);
+    void Store(const std::string& name, int line, const CAppTextLet& value);
     void NoteSpan(int line, const CAppTextLet& value);
 
     void ParseMlineVariables(int startLine, int endLine);
@@ -234,7 +239,7 @@ private:
     bool m_isSingle;
 
     // What runs made.
-    VariablePositions m_variablePos;
+    CLetColumns m_values;
     std::vector<int>
         m_contextLines;  // lines whose surroundings are shown; it only grows over the rule's life
     // How many rows behind its line a value ends, at most.

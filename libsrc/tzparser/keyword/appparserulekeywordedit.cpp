@@ -62,7 +62,7 @@ void CAppParseRuleKeyWord::Reset() {
     auto mlines = std::move(definition.mlineDefine);
     definition = Definition();
     definition.mlineDefine = std::move(mlines);
-    m_variablePos.clear();
+    m_values.Clear();
     SetRuleModify();
 }
 

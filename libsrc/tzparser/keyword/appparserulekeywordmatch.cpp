@@ -23,7 +23,7 @@ bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
                                  IAppVariableCallback*) {
     if (!OnBeginParse(startLine, endLine)) return false;
     const auto* parent = GetParentRule();
-    if (parent != nullptr && parent->GetRuleType() != RuleType_Paragraph) m_variablePos.clear();
+    if (parent != nullptr && parent->GetRuleType() != RuleType_Paragraph) m_values.Clear();
     ExecuteSearchReplace(GetNIStartLine(), GetNIEndLine());
     ParseKeywordVariable(GetNIStartLine(), GetNIEndLine());
     ParseMlineVariables(GetNIStartLine(), GetNIEndLine());
@@ -147,9 +147,8 @@ void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CA
         if (slot == NoSlot) continue;
         m_missing[slot] = 0;
         const auto begin = static_cast<int>(match.Position(static_cast<int>(group)));
-        Store(name, line,
-              CAppTextLet(line, begin, line, begin + static_cast<int>(value.size()),
-                          std::string(value)));
+        m_values.Column(name).Set(line, begin, value);
+        AddLineAndOriTextInfo(line);
     }
 }
 
@@ -159,7 +158,7 @@ void CAppParseRuleKeyWord::StoreStandBys(const Run& run) {
         const auto& name = run.plan->variables[slot];
         CAppTextLet value(run.start, 0, run.start, 0, std::string());
         CarryOver(*run.usePre, name, value);
-        Store(name, run.start, std::move(value));
+        Store(name, run.start, value);
     }
 }
 
@@ -167,16 +166,13 @@ void CAppParseRuleKeyWord::StoreStandBys(const Run& run) {
 void CAppParseRuleKeyWord::CarryOver(const std::set<std::string>& usePre, const std::string& name,
                                      CAppTextLet& value) const {
     if (usePre.count(name) == 0) return;
-    const auto at = m_variablePos.find(name);
-    if (at != m_variablePos.end() && !at->second.empty())
-        value.text = at->second.rbegin()->second.text;
+    const auto* values = m_values.Find(name);
+    if (values != nullptr && !values->IsEmpty()) value.text = values->Last().text;
 }
 
-// Lines mostly come in ascending order, so the end is the place to begin looking from.
-void CAppParseRuleKeyWord::Store(const std::string& name, int line, CAppTextLet&& value) {
+void CAppParseRuleKeyWord::Store(const std::string& name, int line, const CAppTextLet& value) {
     NoteSpan(line, value);
-    auto& values = m_variablePos[name];
-    values.insert_or_assign(values.end(), line, std::move(value));
+    m_values.Column(name).Set(line, value);
     AddLineAndOriTextInfo(line);
 }
 
@@ -189,17 +185,14 @@ void CAppParseRuleKeyWord::NoteSpan(int line, const CAppTextLet& value) {
 
 void CAppParseRuleKeyWord::AddVariablePosInfo(const std::string& name, int line,
                                               const CAppTextLet& value) {
-    if (m_definition->variableTypes.count(name) != 0) Store(name, line, CAppTextLet(value));
+    if (m_definition->variableTypes.count(name) != 0) Store(name, line, value);
 }
 
 void CAppParseRuleKeyWord::StoreEmptyValues(const std::vector<int>& lines) {
-    for (auto& [name, values] : m_variablePos) {
+    for (auto& [name, values] : m_values.All()) {
         if (m_definition->variableTypes.count(name) == 0) continue;
-        auto behind = values.begin();
         for (const int line : lines) {
-            if (behind != values.end() && behind->first < line) behind = values.lower_bound(line);
-            behind = std::next(values.insert_or_assign(
-                behind, line, CAppTextLet(line, 0, line, 0, std::string())));
+            values.Set(line, 0, {});
             AddLineAndOriTextInfo(line);
         }
     }
@@ -241,18 +234,22 @@ std::set<int> CAppParseRuleKeyWord::OriTextLines() const {
 void CAppParseRuleKeyWord::SetVariableValueOfParentLine(
     const std::map<std::string, std::vector<CAppTextLet>>& parentValues) {
     for (const auto& [name, parents] : parentValues) {
-        const auto at = m_variablePos.find(name);
-        if (at == m_variablePos.end()) continue;
-        auto entry = at->second.rbegin();
+        if (m_values.Find(name) == nullptr) continue;
+        auto& values = m_values.Column(name);
+        std::vector<std::pair<int, const CAppTextLet*>> taken;
+        auto line = values.LastLine();
         for (auto parent = parents.rbegin();
-             parent != parents.rend() && entry != at->second.rend();) {
-            if (entry->first <= parent->beginRow) {
+             parent != parents.rend() && line != CLetColumn::NoLineYet;) {
+            if (line <= parent->beginRow) {
                 ++parent;
             } else {
-                entry->second = *parent;
-                NoteSpan(entry->first, *parent);
-                ++entry;
+                taken.emplace_back(line, &*parent);
+                line = values.LastLineBefore(line);
             }
+        }
+        for (const auto& [entry, parent] : taken) {
+            values.Set(entry, *parent);
+            NoteSpan(entry, *parent);
         }
     }
 }

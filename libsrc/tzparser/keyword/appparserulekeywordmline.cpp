@@ -46,35 +46,34 @@ void CAppParseRuleKeyWord::ParseMlineVariable(int startLine, int endLine, const 
         rows.push_back(row);
     }
     if (rows.empty()) return;
-    auto& values = m_variablePos[name];
+    auto& values = m_values.Column(name);
     // The stand-by value goes: it is the last one stored for the name.
-    if (!values.empty()) values.erase(std::prev(values.end()));
-    auto& let = values[rows.front()];
-    let.beginRow = let.endRow = rows.front();
-    let.beginCol = 0;
-    let.endCol = static_cast<int>(text.find_first_of("\r\n"));
+    if (!values.IsEmpty()) values.Erase({values.LastLine()});
+    CAppTextLet let(rows.front(), 0, rows.front(), static_cast<int>(text.find_first_of("\r\n")),
+                    {});
     let.text = std::move(text);
     let.lines = std::move(rows);
+    values.Set(let.beginRow, let);
 }
 
 void CAppParseRuleKeyWord::MarkSpan(const std::pair<std::string, std::string>& span, int startLine,
                                     int endLine, std::vector<char>& marked) const {
-    const auto first = m_variablePos.find(span.first);
-    if (first == m_variablePos.end() || first->second.empty()) return;
-    // Values of earlier paragraphs stand in the map too; those that end above the range are passed
-    // over.
+    const auto* first = m_values.Find(span.first);
+    if (first == nullptr || first->IsEmpty()) return;
+    // Values of earlier paragraphs stand there too; those that end above the range are passed over.
     const auto reach = std::int64_t{startLine} - m_longestSpan;
     const auto from =
         static_cast<int>(std::max<std::int64_t>(reach, std::numeric_limits<int>::min()));
-    for (auto at = first->second.lower_bound(from); at != first->second.end(); ++at)
-        MarkRows(at->second.beginRow, at->second.endRow, startLine, marked);
+    first->ForEachFrom(from, [&](int, const CAppTextLet& let) {
+        MarkRows(let.beginRow, let.endRow, startLine, marked);
+    });
     if (span.first == span.second) return;
-    const int begin = first->second.begin()->second.beginRow;
+    const int begin = first->First().beginRow;
     if (span.second.empty()) {
         MarkRows(begin, endLine, startLine, marked);
         return;
     }
-    const auto second = m_variablePos.find(span.second);
-    if (second != m_variablePos.end() && !second->second.empty())
-        MarkRows(begin, second->second.rbegin()->second.endRow, startLine, marked);
+    const auto* second = m_values.Find(span.second);
+    if (second != nullptr && !second->IsEmpty())
+        MarkRows(begin, second->Last().endRow, startLine, marked);
 }

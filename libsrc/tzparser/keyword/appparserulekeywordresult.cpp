@@ -4,25 +4,19 @@
 #include "tzparser/rule/paragraphscope.h"
 #include "tzparser/rule/rulekeys.h"
 
+#include <limits>
+
 namespace {
 
 std::string WithDollar(const std::string& name) {
     return !name.empty() && name.front() == '$' ? name : "$" + name;
 }
 
-std::vector<CAppTextLet> CopyValues(const std::map<int, CAppTextLet>& values) {
-    std::vector<CAppTextLet> copies;
-    copies.reserve(values.size());
-    for (const auto& entry : values) copies.push_back(entry.second);
-    return copies;
-}
-
 }  // namespace
 
 std::vector<CAppTextLet> CAppParseRuleKeyWord::GetVariableValue(const std::string& name) {
     const auto full = WithDollar(name);
-    const auto at = m_variablePos.find(full);
-    if (at != m_variablePos.end()) return CopyValues(at->second);
+    if (const auto* known = m_values.Find(full)) return known->Lets();
     std::vector<CAppTextLet> values;
     if (IsFirstChildOfParagraph()) AppendOuterValues(full, values);
     return values;
@@ -31,15 +25,13 @@ std::vector<CAppTextLet> CAppParseRuleKeyWord::GetVariableValue(const std::strin
 // The lines of the paragraphs: those of the first variable of the first keyword rule that found
 // anything.
 std::vector<int> CAppParseRuleKeyWord::ParagraphLines() const {
-    std::vector<int> lines;
     for (const auto& child : GetParentRule()->Children()) {
         if (child->GetRuleType() != RuleType_KeyWord) continue;
         const auto* rule = dynamic_cast<const CAppParseRuleKeyWord*>(child.get());
-        if (rule == nullptr || rule->m_variablePos.empty()) continue;
-        for (const auto& entry : rule->m_variablePos.begin()->second) lines.push_back(entry.first);
-        break;
+        if (rule == nullptr || rule->m_values.All().empty()) continue;
+        return rule->m_values.All().begin()->second.Lines();
     }
-    return lines;
+    return {};
 }
 
 void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
@@ -56,9 +48,8 @@ void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
                 continue;
             const auto* rule = dynamic_cast<const CAppParseRuleKeyWord*>(child.get());
             if (rule == nullptr) continue;
-            const auto at = rule->m_variablePos.find(name);
-            if (at != rule->m_variablePos.end())
-                ::AppendOuterValues(at->second, *scope, lines, values);
+            if (const auto* outerValues = rule->m_values.Find(name))
+                ::AppendOuterValues(*outerValues, *scope, lines, values);
         }
         inner = outer;
     }
@@ -66,23 +57,25 @@ void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
 
 bool CAppParseRuleKeyWord::GetVariableLine(const std::string& name, int& line) {
     line = -1;
-    const auto at = m_variablePos.find(name);
-    if (at == m_variablePos.end()) return false;
-    if (!at->second.empty()) line = at->second.begin()->first;
+    const auto* values = m_values.Find(name);
+    if (values == nullptr) return false;
+    if (!values->IsEmpty()) line = values->FirstLine(std::numeric_limits<int>::min());
     return true;
 }
 
 bool CAppParseRuleKeyWord::IsNoneExist() {
-    for (const auto& variable : m_variablePos)
-        for (const auto& entry : variable.second)
-            if (entry.second.IsEmpty() && entry.second.text.empty()) return true;
-    return false;
+    bool found = false;
+    for (const auto& column : m_values.All())
+        column.second.ForEach([&found](int, const CAppTextLet& let) {
+            found = found || (let.IsEmpty() && let.text.empty());
+        });
+    return found;
 }
 
 CAppParseRule* CAppParseRuleKeyWord::GetChildRuleByVariableName(const std::string& name) {
     const auto full = WithDollar(name);
     const bool mine =
-        m_variablePos.count(full) != 0 || m_definition->variableTypes.count(full) != 0;
+        m_values.Find(full) != nullptr || m_definition->variableTypes.count(full) != 0;
     return mine ? this : nullptr;
 }
 
@@ -91,13 +84,13 @@ void CAppParseRuleKeyWord::GetAllVarLineNums(std::set<int>& varLines,
                                              std::set<int>& extendLines) const {
     auto context = OriTextLines();
     extendLines.merge(context);
-    for (const auto& [name, values] : m_variablePos) {
+    for (const auto& [name, values] : m_values.All()) {
         auto& target = m_definition->mlineDefine.count(name) != 0 ? extendLines : varLines;
-        for (const auto& [line, let] : values) {
+        values.ForEach([&target](int line, const CAppTextLet& let) {
             for (int row = let.beginRow; row <= let.endRow; ++row) target.insert(row);
             target.insert(let.lines.begin(), let.lines.end());
             target.insert(line);
-        }
+        });
     }
     CAppParseRule::GetAllVarLineNums(varLines, extendLines);
 }
@@ -106,7 +99,7 @@ void CAppParseRuleKeyWord::SaveResultAsXML(CMarkup& xml) {
     xml.AddElem(ResultKey::ParseResult);
     xml.IntoElem();
     xml.AddElem(ResultKey::ParserType, static_cast<int>(GetRuleType()));
-    SaveResultAsXml(m_variablePos, xml, m_definition->variableTypes);
+    SaveResultAsXml(m_values.ToPositions(), xml, m_definition->variableTypes);
     CAppParseRule::SaveResultAsXML(xml);
     xml.OutOfElem();
 }
@@ -114,7 +107,7 @@ void CAppParseRuleKeyWord::SaveResultAsXML(CMarkup& xml) {
 bool CAppParseRuleKeyWord::SaveResultAsJson(hxJson::Value& node) {
     auto& result = node[ResultKey::ParseResult];
     result[ResultKey::ParserType] = static_cast<int>(GetRuleType());
-    return SaveResultAsJSON(m_variablePos, result, m_definition->variableTypes, {});
+    return SaveResultAsJSON(m_values.ToPositions(), result, m_definition->variableTypes, {});
 }
 
 bool CAppParseRuleKeyWord::SaveLineNumberAndResult(hxJson::Value& node) {

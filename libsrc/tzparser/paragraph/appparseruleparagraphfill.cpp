@@ -51,7 +51,7 @@ CAppParseRuleKeyWord* AsKeyWord(CAppParseRule& rule) {
 std::size_t CountNames(const CAppParseRule& rule) {
     std::size_t count = 0;
     for (const auto& child : rule.Children()) {
-        if (auto* keyword = AsKeyWord(*child)) count += keyword->GetVariablePos().size();
+        if (auto* keyword = AsKeyWord(*child)) count += keyword->Values().All().size();
         count += CountNames(*child);
     }
     return count;

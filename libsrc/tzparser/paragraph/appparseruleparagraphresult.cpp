@@ -92,10 +92,9 @@ bool CAppParseRuleParagraph::GetVariableLine(const std::string& name, int& line)
 std::string CAppParseRuleParagraph::GetKeyVariableValue(const std::string& name, int index) const {
     auto* keyword = GetFirstKeywordRule();
     if (keyword == nullptr || index < 0) return {};
-    const auto& values = keyword->GetVariablePos();
-    const auto at = values.find(name);
-    if (at == values.end() || static_cast<std::size_t>(index) >= at->second.size()) return {};
-    return std::next(at->second.begin(), index)->second.text;
+    const auto* values = keyword->Values().Find(name);
+    return values != nullptr ? values->AtIndex(static_cast<std::size_t>(index)).text
+                             : std::string();
 }
 
 bool CAppParseRuleParagraph::SaveResultAsJson(hxJson::Value& node) {

@@ -74,7 +74,7 @@ void CAppParseRuleParagraph::ClearChildParagraphVariablePos(CAppParseRule* rule)
     if (rule == nullptr) return;
     for (const auto& child : rule->Children()) {
         if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(child.get()))
-            keyword->GetVariablePos().clear();
+            keyword->ClearValues();
         if (auto* paragraph = dynamic_cast<CAppParseRuleParagraph*>(child.get())) {
             paragraph->m_needsFilling.reset();
             paragraph->m_fillStates.clear();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 int FindParagraph(const IParagraphScope& paragraphs, int line) {
     const auto& begins = paragraphs.GetBeginLines();
@@ -14,19 +13,19 @@ int FindParagraph(const IParagraphScope& paragraphs, int line) {
     return static_cast<int>(index);
 }
 
-void AppendOuterValues(const std::map<int, CAppTextLet>& values, const IParagraphScope& paragraphs,
+void AppendOuterValues(const CLetColumn& values, const IParagraphScope& paragraphs,
                        const std::vector<int>& lines, std::vector<CAppTextLet>& result) {
     int from = 0;
     int to = 0;
-    for (auto at = values.begin(); at != values.end(); ++at) {
-        const int index = FindParagraph(paragraphs, at->second.beginRow);
+    const auto last = values.LastLine();
+    values.ForEach([&](int line, const CAppTextLet& let) {
+        const int index = FindParagraph(paragraphs, let.beginRow);
         if (index >= 0) {
             from = paragraphs.GetBeginLines()[static_cast<std::size_t>(index)];
             to = paragraphs.GetEndLines()[static_cast<std::size_t>(index)];
         }
-        const bool isLast = std::next(at) == values.end();
-        const auto first = std::lower_bound(lines.begin(), lines.end(), from);
-        const auto last = isLast ? lines.end() : std::lower_bound(first, lines.end(), to);
-        for (auto line = first; line < last; ++line) result.push_back(at->second);
-    }
+        const auto begin = std::lower_bound(lines.begin(), lines.end(), from);
+        const auto end = line == last ? lines.end() : std::lower_bound(begin, lines.end(), to);
+        result.insert(result.end(), static_cast<std::size_t>(end - begin), let);
+    });
 }

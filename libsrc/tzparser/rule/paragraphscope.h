@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzparser/text/apptextlet.h"
+#include "tzparser/text/letcolumn.h"
 
 #include <map>
 #include <set>
@@ -47,5 +47,5 @@ int FindParagraph(const IParagraphScope& paragraphs, int line);
 // inner rows or paragraphs, ascending. Each value is appended once for each of them in the
 // paragraph that holds the value, the last value for all lines behind its paragraph's begin as
 // well. A value outside of all paragraphs goes by the bounds of the value before it.
-void AppendOuterValues(const std::map<int, CAppTextLet>& values, const IParagraphScope& paragraphs,
+void AppendOuterValues(const CLetColumn& values, const IParagraphScope& paragraphs,
                        const std::vector<int>& lines, std::vector<CAppTextLet>& result);

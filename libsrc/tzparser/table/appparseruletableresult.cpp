@@ -64,9 +64,8 @@ void CAppParseRuleTable::AppendParagraphValues(const std::string& name,
             if (scope == nullptr || child->GetRuleType() != RuleType_KeyWord) continue;
             auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(child.get());
             if (keyword == nullptr) continue;
-            const auto at = keyword->GetVariablePos().find(name);
-            if (at != keyword->GetVariablePos().end())
-                AppendOuterValues(at->second, *scope, rows, values);
+            if (const auto* outerValues = keyword->Values().Find(name))
+                AppendOuterValues(*outerValues, *scope, rows, values);
         }
     }
 }

@@ -148,9 +148,13 @@ bool CLetColumn::HasEmptySpan() const {
     return found;
 }
 
-std::int32_t CLetColumn::LastLine() const {
-    if (IsEmpty()) return NoLineYet;
-    return m_map != nullptr ? m_map->rbegin()->first : m_cells.back().line;
+std::int32_t CLetColumn::LastLineBefore(std::int32_t line) const {
+    if (m_map != nullptr) {
+        const auto at = m_map->lower_bound(line);
+        return at != m_map->begin() ? std::prev(at)->first : NoLineYet;
+    }
+    const auto at = LowerBound(line);
+    return at != m_cells.cbegin() ? std::prev(at)->line : NoLineYet;
 }
 
 std::vector<CAppTextLet> CLetColumn::Lets() const {
@@ -181,10 +185,20 @@ CLetColumn::Map CLetColumn::ToMap() const {
     return map;
 }
 
-CAppTextLet CLetColumn::Last() const {
-    if (m_map != nullptr) return std::prev(m_map->end())->second;
-    Settle();
-    return LetOf(m_cells.back());
+CAppTextLet CLetColumn::At(std::int32_t line) const {
+    if (m_map != nullptr) {
+        const auto at = m_map->find(line);
+        return at != m_map->end() ? at->second : CAppTextLet();
+    }
+    const auto at = LowerBound(line);
+    return at != m_cells.cend() && at->line == line ? LetOf(*at) : CAppTextLet();
+}
+
+CAppTextLet CLetColumn::AtIndex(std::size_t index) const {
+    if (index >= Count()) return {};
+    if (m_map != nullptr)
+        return std::next(m_map->begin(), static_cast<std::ptrdiff_t>(index))->second;
+    return LetOf(m_cells[index]);
 }
 
 void CLetColumn::Follow(Map* map) {

@@ -46,17 +46,27 @@ public:
     bool HasText(std::int32_t line) const;
     // Whether some value's span begins where it ends.
     bool HasEmptySpan() const;
-    // The largest line that has a value; NoLineYet when there is none.
-    std::int32_t LastLine() const;
+    // The largest line that has a value, of all and of those before a line; NoLineYet when there is
+    // none.
+    std::int32_t LastLine() const { return LastLineBefore(NoLine); }
+    std::int32_t LastLineBefore(std::int32_t line) const;
     // Copies in line order: of all values, and of the lines alone.
     std::vector<CAppTextLet> Lets() const;
     std::vector<std::int32_t> Lines() const;
     Map ToMap() const;
-    // The value of the largest line; not to be called of an empty column.
-    CAppTextLet Last() const;
-    // Calls use(line, let) in line order; the let lives for the call.
+    // The values of the smallest and the largest line, of one line, and of the line at an index in
+    // line order; a let of zeros when there is none.
+    CAppTextLet First() const { return At(FirstLine(INT32_MIN)); }
+    CAppTextLet Last() const { return At(LastLine()); }
+    CAppTextLet At(std::int32_t line) const;
+    CAppTextLet AtIndex(std::size_t index) const;
+    // Calls use(line, let) in line order, from a line on; the let lives for the call.
     template <class Use>
-    void ForEach(Use use) const;
+    void ForEach(Use use) const {
+        ForEachFrom(INT32_MIN, use);
+    }
+    template <class Use>
+    void ForEachFrom(std::int32_t from, Use use) const;
 
     // Works on the map from now on, as it stands; what the column held is gone. The map has to
     // outlive the column or its next Follow.
@@ -90,11 +100,11 @@ private:
 };
 
 template <class Use>
-void CLetColumn::ForEach(Use use) const {
+void CLetColumn::ForEachFrom(std::int32_t from, Use use) const {
     if (m_map != nullptr) {
-        for (const auto& [line, let] : *m_map) use(line, let);
+        for (auto at = m_map->lower_bound(from); at != m_map->end(); ++at)
+            use(at->first, at->second);
         return;
     }
-    Settle();
-    for (const auto& cell : m_cells) use(cell.line, LetOf(cell));
+    for (auto at = LowerBound(from); at != m_cells.cend(); ++at) use(at->line, LetOf(*at));
 }
