@@ -121,7 +121,7 @@ void Nested(benchmark::State& state) {
 }
 
 BENCHMARK(Table)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(TablePlain)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(TablePlain)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(TableMemory)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(TableText)->Arg(100000)->Iterations(1);
 BENCHMARK(Blocks)->RangeMultiplier(10)->Range(1000, 10000)->Unit(benchmark::kMillisecond);
@@ -152,6 +152,11 @@ const bool rows = CRatioTable::Add({
      "Table/1000",
      RatioMeasure_Nanoseconds,
      {RatioAim::Ratio, '<', 1.1}},
+    {"the plain cutting: a cell of 100 thousand rows, to one of 1 thousand",
+     "TablePlain/100000",
+     "TablePlain/1000",
+     RatioMeasure_Nanoseconds,
+     {}},
     {"10 thousand paragraphs of 12 values, to the plain searches",
      "Blocks/10000",
      "BlocksPlain/10000",

@@ -148,6 +148,11 @@ bool CLetColumn::HasEmptySpan() const {
     return found;
 }
 
+std::int32_t CLetColumn::LastLine() const {
+    if (IsEmpty()) return NoLineYet;
+    return m_map != nullptr ? m_map->rbegin()->first : m_cells.back().line;
+}
+
 std::int32_t CLetColumn::LastLineBefore(std::int32_t line) const {
     if (m_map != nullptr) {
         const auto at = m_map->lower_bound(line);

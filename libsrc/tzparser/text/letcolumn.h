@@ -48,7 +48,7 @@ public:
     bool HasEmptySpan() const;
     // The largest line that has a value, of all and of those before a line; NoLineYet when there is
     // none.
-    std::int32_t LastLine() const { return LastLineBefore(NoLine); }
+    std::int32_t LastLine() const;
     std::int32_t LastLineBefore(std::int32_t line) const;
     // Copies in line order: of all values, and of the lines alone.
     std::vector<CAppTextLet> Lets() const;
