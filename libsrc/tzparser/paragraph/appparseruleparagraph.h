@@ -1,8 +1,10 @@
 #pragma once
 
+#include "tzparser/paragraph/tablefilling.h"
 #include "tzparser/rule/appparserule.h"
 #include "tzparser/rule/paragraphscope.h"
 
+#include <climits>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -38,6 +40,11 @@ class CAppParseRuleTable;
 // Below another paragraph the rule runs once for each of its blocks and holds the ranges of all
 // runs; elsewhere those of the last run. Lines are absolute, 0-based rows of the text; a paragraph
 // excludes its end.
+//
+// Filling costs what is new in a run, however many runs there were. Two things cost more: ranges
+// that don't come in the order of the text are looked at as a whole in each run, and for tables
+// three levels further down each run looks at all paragraphs that begin at a line below their
+// number, since these lines are taken for indexes.
 //
 // Patterns are compiled when the definition is loaded, otherwise by the first parse; clones share
 // them. One thread at a time uses a rule.
@@ -101,6 +108,7 @@ public:
     // First lines and exclusive ends, index by index, each ascending.
     const std::vector<int>& GetBeginLines() const override { return m_ranges.begins; }
     const std::vector<int>& GetEndLines() const override { return m_ranges.ends; }
+    void StoreAwaitedRows() override;
     // The paragraph that holds a line; `begin` and `end` stay when none does. Always true.
     bool GetPosAtParagraphRange(int line, int& begin, int& end) const;
     // Its index; 0 also when none holds the line.
@@ -123,8 +131,7 @@ public:
     // Stores empty values for everything below a rule that stands two levels below this one, at
     // the lines given. Tables take the lines as indexes of this rule's paragraphs.
     void FillEmptyParagraphValue(CAppParseRuleParagraph* rule, const std::set<int>& lines);
-    // Clears the values of all keyword rules below a rule. Rows of tables stay, but those that
-    // filled gaps go with the next run of their table.
+    // Clears the values of all keyword rules below a rule. Rows of tables stay.
     void ClearChildParagraphVariablePos(CAppParseRule* rule);
 
     bool AddToVariableTree(CAppVariableDef* def) override;
@@ -223,8 +230,9 @@ private:
 
     // What the filling knows of a child from the runs before.
     struct FillState {
-        bool hasOutside = false;  // a line of the child lies between two paragraphs
-        std::size_t names = 0;    // how many variables the child had, or its table's version
+        CTableFilling rows;       // of a table
+        bool hasOutside = false;  // a line of a paragraph lies between two of this rule's
+        std::size_t names = 0;    // how many variables it had
     };
 
     // What one run needs beside the plan; kept for the memory alone.
@@ -279,20 +287,13 @@ private:
     // Filling.
     bool NeedsFilling();
     void FillGaps();
-    template <class Lines>
-    std::vector<int> FindGaps(const Lines& lines, std::size_t names, FillState& state) const;
-    template <class Lines>
-    bool HasLine(const Lines& lines, std::size_t index) const;
-    template <class Lines>
-    bool HasLineBefore(const Lines& lines, std::size_t index) const;
-    template <class Lines>
-    bool HasLineBehindAll(const Lines& lines) const;
-    template <class Lines>
-    void AddGapsThatBecameIndexes(const Lines& lines, std::vector<int>& gaps) const;
-    void FillTableChild(CAppParseRuleTable& child, FillState& state) const;
     void FillParagraphChild(CAppParseRuleParagraph& child, FillState& state) const;
-    void FillEmptyParagraphLines(CAppParseRuleParagraph& rule, const std::vector<int>& lines) const;
-    void FillEmptyTableValue(CAppParseRuleTable& rule, const std::vector<int>& indexes) const;
+    void FillTablesBelow(CAppParseRuleParagraph& child, bool isFirstGap) const;
+    std::vector<int> RowsOfGaps(const std::vector<int>& lines, bool isFirstGap) const;
+    std::vector<int> RowsAtIndexes(const std::vector<int>& indexes) const;
+    void StoreRowsBelow(CAppParseRuleTable& table, const std::vector<int>& lines);
+    void StoreAwaitedRowsBelow();
+    int TakeLowestBegin();
 
     CCopyOnWrite<Definition> m_definition;
 
@@ -302,8 +303,10 @@ private:
 
     // Of the run going on: the ranges of the runs before it, and where its own begin.
     Ranges m_earlier;
-    std::size_t m_firstNew = 0;       // the first paragraph that earlier runs didn't settle
-    std::size_t m_earlierBegins = 0;  // how many begins there were before
+    std::size_t m_firstNew = 0;  // the first paragraph that earlier runs didn't settle
+    bool m_isRunning = false;
+    bool m_isApart = false;       // the ranges of the runs before are still put aside
+    int m_lowestBegin = INT_MAX;  // of the runs since the paragraph above last asked
     std::optional<bool> m_needsFilling;
     std::vector<FillState> m_fillStates;  // by child
     std::unique_ptr<Scratch> m_scratch;

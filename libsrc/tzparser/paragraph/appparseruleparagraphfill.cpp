@@ -1,36 +1,21 @@
 // Filling of gaps, so that rows line up: a paragraph in which a child found nothing gets empty
 // values at its first line.
 //
-// Which paragraphs are gaps goes by the lines of the child: the rows that a table has of its first
-// variable, the begins of a nested paragraph. A line outside of all paragraphs counts for the first
-// one, so that one is then no gap.
-//
-// Below another paragraph this runs after every run, over the paragraphs of all runs so far. What
-// earlier runs settled stays settled: their paragraphs keep their lines or were filled, and filling
+// Below another paragraph this runs after every run, over the paragraphs of all runs so far. Empty
+// values of keyword rules stay: paragraphs of earlier runs have a line or were filled, and filling
 // them again would store the same. So only the new ones are looked at, and the first. Three things
-// make older ones count again: a child that has other variables now or lost rows of an earlier
-// parse, ranges that didn't come in order, and, for tables further down, line numbers that have
-// become indexes.
+// make older ones count again: a child that has other variables now, begins of it that didn't come
+// in order, and ranges of this rule that didn't. Rows of empty cells go with the next run of their
+// table and come back with the next filling (tablefilling.h).
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
+#include "tzparser/paragraph/gapfinder.h"
 #include "tzparser/table/appparseruletable.h"
 
-#include <algorithm>
-#include <limits>
+#include <optional>
+#include <utility>
 
 namespace {
-
-constexpr int NoLine = std::numeric_limits<int>::max();
-
-// The first of a child's lines at or behind a line; NoLine when there is none.
-int NextLine(const std::vector<int>& lines, int from) {
-    const auto at = std::lower_bound(lines.begin(), lines.end(), from);
-    return at != lines.end() ? *at : NoLine;
-}
-
-int NextLine(const CLetColumn& rows, int from) {
-    return rows.FirstLine(from);
-}
 
 CAppParseRuleTable* AsTable(CAppParseRule& rule) {
     if (rule.GetRuleType() != RuleType_Table) return nullptr;
@@ -57,6 +42,28 @@ std::size_t CountNames(const CAppParseRule& rule) {
     return count;
 }
 
+// What is filled below a rule, and so at which levels: one in two is passed over. Of a paragraph
+// below a rule, the keyword rules are filled and its own paragraphs asked, but not its tables.
+// Calls fillKeyWord(keyword) and fillTable(paragraph, table).
+template <class FillKeyWord, class FillTable>
+void ForEachFilled(CAppParseRuleParagraph& rule, FillKeyWord fillKeyWord, FillTable fillTable) {
+    for (const auto& child : rule.Children()) {
+        if (auto* keyword = AsKeyWord(*child)) fillKeyWord(*keyword);
+        if (auto* table = AsTable(*child)) fillTable(rule, *table);
+        auto* nested = AsParagraph(*child);
+        if (nested == nullptr) continue;
+        for (const auto& grandchild : nested->Children()) {
+            if (auto* keyword = AsKeyWord(*grandchild))
+                fillKeyWord(*keyword);
+            else if (auto* paragraph = AsParagraph(*grandchild))
+                ForEachFilled(*paragraph, fillKeyWord, fillTable);
+        }
+    }
+}
+
+const auto NoKeyWord = [](CAppParseRuleKeyWord&) {};
+const auto NoTable = [](CAppParseRuleParagraph&, CAppParseRuleTable&) {};
+
 }  // namespace
 
 // Whether a keyword child has a variable; asked once a parse, not once a run.
@@ -67,126 +74,108 @@ bool CAppParseRuleParagraph::NeedsFilling() {
 
 void CAppParseRuleParagraph::FillGaps() {
     m_fillStates.resize(Children().size());
+    const auto& [begins, ends] = m_ranges;
     for (std::size_t i = 0; i < Children().size(); ++i) {
         auto& child = *Children()[i];
         if (auto* table = AsTable(child))
-            FillTableChild(*table, m_fillStates[i]);
+            m_fillStates[i].rows.FillGaps(*table, *this, begins, ends, m_firstNew);
         else if (auto* paragraph = AsParagraph(child))
             FillParagraphChild(*paragraph, m_fillStates[i]);
     }
 }
 
-// Of several paragraphs that hold a line it is the first one's.
-template <class Lines>
-bool CAppParseRuleParagraph::HasLine(const Lines& lines, std::size_t index) const {
-    if (index >= m_ranges.Count()) return false;
-    int from = m_ranges.begins[index];
-    if (index > 0) from = std::max(from, m_ranges.ends[index - 1]);
-    return NextLine(lines, from) < m_ranges.ends[index];
-}
-
-template <class Lines>
-bool CAppParseRuleParagraph::HasLineBefore(const Lines& lines, std::size_t index) const {
-    const int from = index > 0 ? m_ranges.ends[index - 1] : std::numeric_limits<int>::min();
-    return NextLine(lines, from) < m_ranges.begins[index];
-}
-
-template <class Lines>
-bool CAppParseRuleParagraph::HasLineBehindAll(const Lines& lines) const {
-    const auto count = m_ranges.Count();
-    const int from = count > 0 ? m_ranges.ends[count - 1] : std::numeric_limits<int>::min();
-    return NextLine(lines, from) != NoLine;
-}
-
-// The indexes of the paragraphs without a line, ascending, less those that are settled.
-template <class Lines>
-std::vector<int> CAppParseRuleParagraph::FindGaps(const Lines& lines, std::size_t names,
-                                                  FillState& state) const {
-    const bool isWhole = m_firstNew == 0 || state.names != names;
-    const auto from = isWhole ? 0 : m_firstNew;
-    if (isWhole) state.hasOutside = false;
-    state.names = names;
-    for (auto i = from; i < m_ranges.Count(); ++i)
-        if (HasLineBefore(lines, i)) state.hasOutside = true;
-    std::vector<int> gaps;
-    const auto count = m_ranges.begins.size();
-    const bool hasOutside = state.hasOutside || HasLineBehindAll(lines);
-    if (count > 0 && !hasOutside && !HasLine(lines, 0)) gaps.push_back(0);
-    if (!isWhole) AddGapsThatBecameIndexes(lines, gaps);
-    for (auto i = std::max<std::size_t>(from, 1); i < count; ++i)
-        if (!HasLine(lines, i)) gaps.push_back(static_cast<int>(i));
-    return gaps;
-}
-
-// Gaps of earlier runs whose begin line is an index only since this run.
-template <class Lines>
-void CAppParseRuleParagraph::AddGapsThatBecameIndexes(const Lines& lines,
-                                                      std::vector<int>& gaps) const {
-    const auto& begins = m_ranges.begins;
-    const auto at = [&begins](std::size_t line) {
-        return std::lower_bound(begins.begin(), begins.end(), static_cast<int>(line));
-    };
-    const auto last = at(begins.size());
-    for (auto begin = at(m_earlierBegins); begin < last; ++begin) {
-        const auto index = static_cast<std::size_t>(begin - begins.begin());
-        if (index >= m_firstNew) break;
-        if (index > 0 && !HasLine(lines, index)) gaps.push_back(static_cast<int>(index));
-    }
-}
-
-void CAppParseRuleParagraph::FillTableChild(CAppParseRuleTable& child, FillState& state) const {
-    static const CLetColumn noRows;
-    const auto& values = child.Values().All();
-    const auto gaps =
-        FindGaps(values.empty() ? noRows : values.begin()->second, child.RowsVersion(), state);
-    FillEmptyTableValue(child, gaps);
-    state.names = child.RowsVersion();
-}
-
-// The numbers are indexes of this rule's paragraphs. From FillEmptyParagraphLines come line numbers
-// all the same, and the rows then stand at the begins of other paragraphs; results in use have them
-// there. A number that is no index is left out.
-void CAppParseRuleParagraph::FillEmptyTableValue(CAppParseRuleTable& rule,
-                                                 const std::vector<int>& indexes) const {
-    for (const int index : indexes)
-        if (index >= 0 && static_cast<std::size_t>(index) < m_ranges.begins.size())
-            rule.StoreEmptyRow(m_ranges.begins[static_cast<std::size_t>(index)]);
+int CAppParseRuleParagraph::TakeLowestBegin() {
+    return std::exchange(m_lowestBegin, INT_MAX);
 }
 
 void CAppParseRuleParagraph::FillParagraphChild(CAppParseRuleParagraph& child,
                                                 FillState& state) const {
-    const auto gaps = FindGaps(child.GetBeginLines(), CountNames(child), state);
-    if (gaps.empty()) return;
-    std::vector<int> lines;
-    lines.reserve(gaps.size());
-    for (const int gap : gaps) lines.push_back(m_ranges.begins[static_cast<std::size_t>(gap)]);
+    const auto& [begins, ends] = m_ranges;
+    const auto names = CountNames(child);
+    const auto lowest = child.TakeLowestBegin();
+    const bool isWhole = m_firstNew == 0 || state.names != names || lowest < ends[m_firstNew - 1];
+    state.names = names;
+    const CGapFinder finder({begins, begins.size(), ends, ends.size()});
+    auto lines = finder.Find(child.GetBeginLines(), isWhole ? 0 : m_firstNew, state.hasOutside);
+    const bool isFirstGap = !lines.empty() && lines.front() == 0;
+    for (int& line : lines) line = begins[static_cast<std::size_t>(line)];
+    const auto fill = [&lines](CAppParseRuleKeyWord& keyword) { keyword.StoreEmptyValues(lines); };
     for (const auto& grandchild : child.Children()) {
+        if (lines.empty()) break;
         if (auto* keyword = AsKeyWord(*grandchild))
-            keyword->StoreEmptyValues(lines);
+            fill(*keyword);
         else if (auto* paragraph = AsParagraph(*grandchild))
-            FillEmptyParagraphLines(*paragraph, lines);
+            ForEachFilled(*paragraph, fill, NoTable);
     }
+    FillTablesBelow(child, isFirstGap);
+}
+
+// Tables go by all gaps again, since their rows go.
+void CAppParseRuleParagraph::FillTablesBelow(CAppParseRuleParagraph& child, bool isFirstGap) const {
+    std::optional<std::vector<int>> rows;
+    const auto fill = [&](CAppParseRuleParagraph& rule, CAppParseRuleTable& table) {
+        if (!rows) rows = RowsOfGaps(child.GetBeginLines(), isFirstGap);
+        rule.StoreRowsBelow(table, *rows);
+    };
+    for (const auto& grandchild : child.Children())
+        if (auto* paragraph = AsParagraph(*grandchild)) ForEachFilled(*paragraph, NoKeyWord, fill);
+}
+
+// Where the rows of gaps go that are given by their lines. A gap that begins at a line behind the
+// number of paragraphs gives none, so the others come first.
+std::vector<int> CAppParseRuleParagraph::RowsOfGaps(const std::vector<int>& lines,
+                                                    bool isFirstGap) const {
+    const auto& [begins, ends] = m_ranges;
+    const CGapFinder finder({begins, begins.size(), ends, ends.size()});
+    std::vector<int> indexes;
+    for (std::size_t i = 0; i < begins.size(); ++i) {
+        if (static_cast<std::size_t>(begins[i]) >= begins.size()) break;
+        if (i == 0 ? isFirstGap : !finder.HasLine(lines, i)) indexes.push_back(begins[i]);
+    }
+    return RowsAtIndexes(indexes);
+}
+
+// The numbers are indexes of this rule's paragraphs. For tables further down they are line numbers
+// all the same, and the rows then stand at the begins of other paragraphs; results in use have them
+// there. A number that is no index is left out.
+std::vector<int> CAppParseRuleParagraph::RowsAtIndexes(const std::vector<int>& indexes) const {
+    std::vector<int> lines;
+    for (const int index : indexes)
+        if (index >= 0 && static_cast<std::size_t>(index) < m_ranges.begins.size())
+            lines.push_back(m_ranges.begins[static_cast<std::size_t>(index)]);
+    return lines;
+}
+
+void CAppParseRuleParagraph::StoreRowsBelow(CAppParseRuleTable& table,
+                                            const std::vector<int>& lines) {
+    m_fillStates.resize(Children().size());
+    for (std::size_t i = 0; i < Children().size(); ++i)
+        if (Children()[i].get() == &table) m_fillStates[i].rows.StoreRows(table, *this, lines);
+}
+
+void CAppParseRuleParagraph::StoreAwaitedRows() {
+    const auto& [begins, ends] = m_isApart ? m_earlier : m_ranges;
+    m_fillStates.resize(Children().size());
+    for (std::size_t i = 0; i < Children().size(); ++i)
+        if (auto* table = AsTable(*Children()[i]))
+            m_fillStates[i].rows.StoreKept(*table, begins, ends);
+}
+
+void CAppParseRuleParagraph::StoreAwaitedRowsBelow() {
+    StoreAwaitedRows();
+    for (const auto& child : Children())
+        if (auto* paragraph = AsParagraph(*child)) paragraph->StoreAwaitedRowsBelow();
 }
 
 void CAppParseRuleParagraph::FillEmptyParagraphValue(CAppParseRuleParagraph* rule,
                                                      const std::set<int>& lines) {
-    if (rule != nullptr) FillEmptyParagraphLines(*rule, {lines.begin(), lines.end()});
-}
-
-// One level in two is passed over: of a paragraph below `rule`, the keyword rules are filled and
-// its own paragraphs asked, but not its tables.
-void CAppParseRuleParagraph::FillEmptyParagraphLines(CAppParseRuleParagraph& rule,
-                                                     const std::vector<int>& lines) const {
-    for (const auto& child : rule.Children()) {
-        if (auto* keyword = AsKeyWord(*child)) keyword->StoreEmptyValues(lines);
-        if (auto* table = AsTable(*child)) FillEmptyTableValue(*table, lines);
-        auto* nested = AsParagraph(*child);
-        if (nested == nullptr) continue;
-        for (const auto& grandchild : nested->Children()) {
-            if (auto* keyword = AsKeyWord(*grandchild))
-                keyword->StoreEmptyValues(lines);
-            else if (auto* paragraph = AsParagraph(*grandchild))
-                FillEmptyParagraphLines(*paragraph, lines);
-        }
-    }
+    if (rule == nullptr) return;
+    const std::vector<int> indexes(lines.begin(), lines.end());
+    const auto rows = RowsAtIndexes(indexes);
+    ForEachFilled(
+        *rule, [&](CAppParseRuleKeyWord& keyword) { keyword.StoreEmptyValues(indexes); },
+        [&](CAppParseRuleParagraph& paragraph, CAppParseRuleTable& table) {
+            paragraph.StoreRowsBelow(table, rows);
+        });
+    rule->StoreAwaitedRowsBelow();
 }

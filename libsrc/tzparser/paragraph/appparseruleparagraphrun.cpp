@@ -6,32 +6,53 @@
 // earlier runs settled needn't be looked at again.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/table/appparseruletable.h"
 
 #include <algorithm>
 
 namespace {
 
-// Puts the earlier lines in front, sorted; false when they didn't stand in order.
-bool PutInFront(std::vector<int>& earlier, std::vector<int>& lines) {
+// Whether lines stand in order behind the earlier ones.
+bool FollowInOrder(const std::vector<int>& earlier, const std::vector<int>& lines) {
     const bool inOrder = earlier.empty() || lines.empty() || earlier.back() <= lines.front();
-    const bool isSorted = inOrder && std::is_sorted(lines.begin(), lines.end());
+    return inOrder && std::is_sorted(lines.begin(), lines.end());
+}
+
+// Puts the earlier lines in front, sorted.
+void PutInFront(std::vector<int>& earlier, std::vector<int>& lines, bool isSorted) {
     earlier.insert(earlier.end(), lines.begin(), lines.end());
     if (!isSorted) std::sort(earlier.begin(), earlier.end());
     earlier.swap(lines);
-    return isSorted;
+}
+
+// Marks a rule as running for as long as it lives.
+class RunMark {
+public:
+    explicit RunMark(bool& mark) : m_mark(mark) { m_mark = true; }
+    ~RunMark() { m_mark = false; }
+    RunMark(const RunMark&) = delete;
+    RunMark& operator=(const RunMark&) = delete;
+
+private:
+    bool& m_mark;
+};
+
+const CAppParseRuleParagraph* AsParagraph(const CAppParseRule* rule) {
+    return dynamic_cast<const CAppParseRuleParagraph*>(rule);
 }
 
 }  // namespace
 
+// The rows that fill gaps of the tables are kept back while a paragraph above goes on running.
 bool CAppParseRuleParagraph::Parse(const std::string& text, int startLine, int endLine,
                                    IAppVariableCallback* callback) {
     if (!OnBeginParse(startLine, endLine)) return false;
     if (!m_scratch) m_scratch = std::make_unique<Scratch>();
+    const RunMark mark(m_isRunning);
     const auto plan = PlanOfRun();
     const Range range{std::clamp(GetNIStartLine(), 0, LineCount()),
                       std::clamp(GetNIEndLine(), 0, LineCount())};
     std::swap(m_earlier, m_ranges);
+    m_isApart = true;
     m_ranges.Clear();
     ExecuteSearchReplace(range.first, range.last);
     FindParagraphs(*plan, range);
@@ -41,6 +62,8 @@ bool CAppParseRuleParagraph::Parse(const std::string& text, int startLine, int e
     if (NeedsFilling()) FillGaps();
     if (!m_ranges.begins.empty() && !m_definition->parentLine.empty())
         ParseParentLine(plan->parent, {range.first, m_ranges.begins.back()});
+    const auto* above = AsParagraph(GetParentRule());
+    if (above == nullptr || !above->m_isRunning) StoreAwaitedRowsBelow();
     return true;
 }
 
@@ -58,15 +81,19 @@ void CAppParseRuleParagraph::RunChildren(const std::string& text, IAppVariableCa
 // Begins and ends are sorted each by itself.
 void CAppParseRuleParagraph::AddEarlierRuns() {
     m_firstNew = 0;
-    m_earlierBegins = 0;
-    if (!IsBelowParagraph()) return;
-    const auto settled = m_earlier.Count();
-    const auto begins = m_earlier.begins.size();
-    const bool beginsInOrder = PutInFront(m_earlier.begins, m_ranges.begins);
-    const bool endsInOrder = PutInFront(m_earlier.ends, m_ranges.ends);
-    if (!beginsInOrder || !endsInOrder) return;
-    m_firstNew = settled;
-    m_earlierBegins = begins;
+    if (IsBelowParagraph()) {
+        auto& [begins, ends] = m_ranges;
+        for (const int begin : begins) m_lowestBegin = std::min(m_lowestBegin, begin);
+        const bool beginsInOrder = FollowInOrder(m_earlier.begins, begins);
+        const bool endsInOrder = FollowInOrder(m_earlier.ends, ends);
+        if (beginsInOrder && endsInOrder)
+            m_firstNew = m_earlier.Count();
+        else
+            StoreAwaitedRows();
+        PutInFront(m_earlier.begins, begins, beginsInOrder);
+        PutInFront(m_earlier.ends, ends, endsInOrder);
+    }
+    m_isApart = false;
 }
 
 // Only keyword rules are cleared: rows that a table below holds of an earlier parse stay.
@@ -79,7 +106,6 @@ void CAppParseRuleParagraph::ClearChildParagraphVariablePos(CAppParseRule* rule)
             paragraph->m_needsFilling.reset();
             paragraph->m_fillStates.clear();
         }
-        if (auto* table = dynamic_cast<CAppParseRuleTable*>(child.get())) table->ReleaseEmptyRows();
         ClearChildParagraphVariablePos(child.get());
     }
 }

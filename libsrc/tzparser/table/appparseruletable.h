@@ -1,9 +1,11 @@
 #pragma once
 
 #include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/paragraphscope.h"
 #include "tzparser/table/tablelayout.h"
 #include "tzparser/table/tablevalues.h"
 
+#include <climits>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -131,18 +133,36 @@ public:
     int GetBeginLine() const { return m_beginLine; }
     // The values found, by variable name with "$" and by line: for reading, as a copy, and as the
     // maps themselves for a host, after which every parse looks at all of them.
-    const CLetColumns& Values() const { return m_values.Columns(); }
+    const CLetColumns& Values() const {
+        StoreAwaitedRows();
+        return m_values.Columns();
+    }
     VariablePositions VariablePos() const { return Values().ToPositions(); }
-    VariablePositions& GetVariablePos() { return m_values.HostPositions(); }
+    VariablePositions& GetVariablePos() {
+        StoreAwaitedRows();
+        return m_values.HostPositions();
+    }
     // Stores a cell under a line, in the place of one that stood there.
     void AddVariablePosInfo(const std::string& name, int line, CAppTextLet let);
     // Stores a row of empty cells, of all columns that have a variable, at the first line of a
-    // paragraph without rows. It stays when a later run takes out its empty rows, until the
-    // paragraph above begins a parse and releases it.
+    // paragraph without rows. The next parse that finds a table takes it out again, as it does with
+    // all rows without text.
     void StoreEmptyRow(int line);
-    void ReleaseEmptyRows() { m_values.ReleaseFilling(); }
-    // Another number when rows of earlier runs may look otherwise.
-    std::size_t RowsVersion() const { return m_values.Version(); }
+
+    // A paragraph above that is being parsed may keep such rows back: the next parse of the table
+    // mostly takes them out again. Whoever reads the values before makes it store them, as does a
+    // parse that finds a table with rows at or before the last line kept back. `paragraphs` has to
+    // live until then.
+    void AwaitRows(IParagraphScope& paragraphs, int lastLine);
+    // False again after a parse that found a table: nothing may be stored then.
+    bool AwaitsRows() const { return m_awaitedFrom != nullptr; }
+    void StopAwaiting();
+    // The values without the rows kept back.
+    const CLetColumns& StoredValues() const { return m_values.Columns(); }
+    // Whether all variables of headers have a column, be it an empty one.
+    bool HasAllColumns() const;
+    // The lowest line that rows may have been stored at since the last call; INT_MAX for none.
+    int TakeLowestRow();
 
     // What the last parse decided.
     const TableLayout& LastLayout() const { return m_layout; }
@@ -248,6 +268,9 @@ private:
     void MarkExcluded(const Plan& plan, std::vector<char>& ignored) const;
     TableGrid Grid(const Plan& plan) const;
     void ReadRows(const Plan& plan, const std::vector<char>& ignored);
+    void StoreAwaitedRows() const {
+        if (m_awaitedFrom != nullptr) m_awaitedFrom->StoreAwaitedRows();
+    }
 
     std::string KeyOf(const std::string& name) const;
     void AppendParagraphValues(const std::string& name, std::vector<CAppTextLet>& values) const;
@@ -259,6 +282,9 @@ private:
     int m_beginLine = -1;
     int m_endLine = -1;
     CTableValues m_values;
+    int m_lowestRow = INT_MAX;
+    IParagraphScope* m_awaitedFrom = nullptr;  // keeps rows of empty cells back
+    int m_lastAwaited = INT_MIN;               // the highest of their lines
     TableLayout m_layout;
     std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
 };

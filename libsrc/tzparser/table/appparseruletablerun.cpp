@@ -76,8 +76,11 @@ bool CAppParseRuleTable::Parse(const std::string& text, int startLine, int endLi
     const auto ignored = IgnoredLines(*plan, text);
     m_beginLine = m_layout.headerLine;
     m_endLine = m_layout.endLine;
+    if (m_layout.firstRow <= m_lastAwaited) StoreAwaitedRows();
+    m_lowestRow = std::min(m_lowestRow, m_layout.firstRow);
     ReadRows(*plan, ignored);
     m_values.RemoveEmptyRows();
+    StopAwaiting();
     return true;
 }
 
@@ -253,11 +256,38 @@ void CAppParseRuleTable::ReadRows(const Plan& plan, const std::vector<char>& ign
 }
 
 void CAppParseRuleTable::AddVariablePosInfo(const std::string& name, int line, CAppTextLet let) {
+    StoreAwaitedRows();
+    m_lowestRow = std::min(m_lowestRow, line);
     m_values.Store(name, line, let);
 }
 
 void CAppParseRuleTable::StoreEmptyRow(int line) {
-    for (const auto& column : m_definition->headerVars) m_values.StoreFilling(column.second, line);
+    const CAppTextLet empty(line, 0, line, 0, std::string());
+    for (const auto& column : m_definition->headerVars) m_values.Store(column.second, line, empty);
+}
+
+void CAppParseRuleTable::AwaitRows(IParagraphScope& paragraphs, int lastLine) {
+    m_awaitedFrom = &paragraphs;
+    m_lastAwaited = std::max(m_lastAwaited, lastLine);
+}
+
+void CAppParseRuleTable::StopAwaiting() {
+    m_awaitedFrom = nullptr;
+    m_lastAwaited = INT_MIN;
+}
+
+bool CAppParseRuleTable::HasAllColumns() const {
+    const auto& variables = m_definition->headerVars;
+    const auto& columns = StoredValues();
+    return std::all_of(variables.begin(), variables.end(), [&columns](const auto& variable) {
+        return columns.Find(variable.second) != nullptr;
+    });
+}
+
+// A host that has the values may write to them anywhere.
+int CAppParseRuleTable::TakeLowestRow() {
+    const int lowest = std::exchange(m_lowestRow, INT_MAX);
+    return m_values.IsHosted() ? INT_MIN : lowest;
 }
 
 std::vector<HeaderTrial> CAppParseRuleTable::ExplainHeader(int startLine, int endLine) {

@@ -25,18 +25,7 @@ void CTableValues::Store(CLetColumn& column, std::int32_t line, std::int32_t beg
 
 void CTableValues::Store(const std::string& name, std::int32_t line, const CAppTextLet& let) {
     m_columns.Column(name).Set(line, let);
-    m_unchecked.push_back(line);
-}
-
-void CTableValues::StoreFilling(const std::string& name, std::int32_t line) {
-    m_columns.Column(name).Set(line, 0, {});
-    m_filling.insert(m_filling.end(), line);
-}
-
-void CTableValues::ReleaseFilling() {
-    m_unchecked.insert(m_unchecked.end(), m_filling.begin(), m_filling.end());
-    m_hasReleased = m_hasReleased || !m_filling.empty();
-    m_filling.clear();
+    if (m_unchecked.empty() || m_unchecked.back() != line) m_unchecked.push_back(line);
 }
 
 // Lines that no one has stored to since they were last looked at have their text still.
@@ -46,12 +35,9 @@ void CTableValues::RemoveEmptyRows() {
     m_lineWithText = NoLine;
     std::sort(lines.begin(), lines.end());
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-    const auto stays = [this](std::int32_t line) {
-        return m_filling.count(line) != 0 || HasText(line);
-    };
+    const auto stays = [this](std::int32_t line) { return HasText(line); };
     lines.erase(std::remove_if(lines.begin(), lines.end(), stays), lines.end());
     for (auto& column : m_columns.All()) column.second.Erase(lines);
-    if (std::exchange(m_hasReleased, false)) ++m_removals;
 }
 
 bool CTableValues::HasText(std::int32_t line) const {
@@ -72,6 +58,5 @@ std::vector<std::int32_t> CTableValues::AllLines() const {
 void CTableValues::Clear() {
     m_columns.Clear();
     m_unchecked.clear();
-    m_filling.clear();
     m_lineWithText = NoLine;
 }

@@ -2,9 +2,7 @@
 
 #include "tzparser/text/letcolumns.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +23,7 @@ public:
     const CLetColumns& Columns() const { return m_columns; }
     // The maps for a host to read and write, now or later: from now on all lines are looked at.
     CLetColumns::Positions& HostPositions();
+    bool IsHosted() const { return m_isHosted; }
 
     // The cells of a variable, none at first; valid until Clear, or until a host takes the variable
     // out.
@@ -32,16 +31,6 @@ public:
     // Stores a cell in the place of one that stood there.
     void Store(CLetColumn& column, std::int32_t line, std::int32_t begin, std::string_view text);
     void Store(const std::string& name, std::int32_t line, const CAppTextLet& let);
-
-    // Stores an empty cell under a line, in the place of one that stood there, which stays when
-    // empty rows go.
-    void StoreFilling(const std::string& name, std::int32_t line);
-    // From now on cells stored by StoreFilling go with the empty rows.
-    void ReleaseFilling();
-
-    // Another number as soon as lines of earlier runs may look otherwise: when a variable has come
-    // up, or released cells have gone.
-    std::size_t Version() const { return m_columns.All().size() + m_removals; }
 
     // Takes out of all variables each line without a cell that has a text and a span. Variables
     // stay, with no cell if need be.
@@ -58,8 +47,5 @@ private:
     // Lines that may be without text: those stored to without one since they were last looked at.
     std::vector<std::int32_t> m_unchecked;
     std::int32_t m_lineWithText = NoLine;  // the last line that a text was stored to
-    std::set<std::int32_t> m_filling;      // lines that stay without text
-    bool m_hasReleased = false;            // released lines are among the unchecked ones
-    std::size_t m_removals = 0;            // how often released lines have gone
     bool m_isHosted = false;
 };

@@ -117,6 +117,48 @@ TEST(ParagraphFill, TablesFurtherDownTakeLinesForIndexes) {
     }
 }
 
+// Rows of empty cells go with the next run of the table and come back with the next filling, unless
+// what made a paragraph no gap has changed meanwhile.
+TEST(ParagraphFill, RowsThatFillGapsGoWithTheNextRunOfTheTable) {
+    const auto start = [](const char* letter) {
+        return std::string(R"("name":"p)") + letter + R"(","startline":"regex[$)" + letter +
+               "]:^ *" + letter + R"x( (\\S+)")x";
+    };
+    const auto nested = ParagraphNode(
+        start("A"), "",
+        "," + ParagraphNode(start("B"), "",
+                            "," + ParagraphNode(R"("name":"pC","startline":"regex:^ *C")", "",
+                                                "," + ParagraphNode(start("D"), "", PortTable))));
+    const auto flat = ParagraphNode(start("A"), "", "," + ParagraphNode(start("B"), "", PortTable));
+    const struct {
+        const char* name;
+        const std::string& node;
+        const char* text;
+        const char* wanted;
+    } rows[] = {
+        {"a row from further up stands before all paragraphs, so the first one is no gap until the "
+         "table runs",
+         nested,
+         " A 2\nB 2 3\n B alpha 2 3\nA 1\n B alpha alpha\n C alpha beta\n   D alpha 2 alpha\n"
+         "Port  Vlan",
+         "2:0-0 \"\"; 4:0-0 \"\"; 6:0-0 \"\""},
+        {"without a run of the table it stays no gap", nested,
+         " A 2\nB 2 3\n B alpha 2 3\nA 1\n B alpha alpha\n C alpha beta\n   D alpha 2 alpha\n",
+         "2:0-0 \"\"; 4:0-0 \"\""},
+        {"gaps of runs before the last table", flat,
+         "A 1\nB 1\nA 2\nB 2\nPort  Vlan\n1/1   2\nB 3\nA 3\nB 4",
+         "1:0-0 \"\"; 5:0-3 \"1/1\"; 6:0-0 \"\"; 8:0-0 \"\""},
+    };
+    for (const auto& row : rows) {
+        auto sample = LoadRules(row.node);
+        for (int parse = 0; parse < 2; ++parse) {
+            sample->Parse(row.text, 0, -1, nullptr);
+            EXPECT_EQ(DumpLets(sample->GetVariableValue("t.port")), row.wanted)
+                << row.name << ", parse " << parse;
+        }
+    }
+}
+
 TEST(ParagraphFill, ByHand) {
     auto sample = LoadRules(VrfNode());
     sample->Parse("vrf red\n neighbor 192.0.2.1", 0, -1, nullptr);
