@@ -75,7 +75,7 @@ void CAppParseRuleKeyWord::RunMultiLine(Run& run, const PlanItem& item, CAppRege
         CarryOver(*run.usePre, name, hit.value);
         m_missing[slot] = 0;
         const int row = hit.value.beginRow;
-        Store(name, row, std::move(hit.value));
+        Store(name, row, hit.value);
     }
 }
 

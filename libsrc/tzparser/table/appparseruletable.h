@@ -143,7 +143,7 @@ public:
         return m_values.HostPositions();
     }
     // Stores a cell under a line, in the place of one that stood there.
-    void AddVariablePosInfo(const std::string& name, int line, CAppTextLet let);
+    void AddVariablePosInfo(const std::string& name, int line, const CAppTextLet& let);
     // Stores a row of empty cells, of all columns that have a variable, at the first line of a
     // paragraph without rows. The next parse that finds a table takes it out again, as it does with
     // all rows without text.

@@ -255,7 +255,8 @@ void CAppParseRuleTable::ReadRows(const Plan& plan, const std::vector<char>& ign
     }
 }
 
-void CAppParseRuleTable::AddVariablePosInfo(const std::string& name, int line, CAppTextLet let) {
+void CAppParseRuleTable::AddVariablePosInfo(const std::string& name, int line,
+                                            const CAppTextLet& let) {
     StoreAwaitedRows();
     m_lowestRow = std::min(m_lowestRow, line);
     m_values.Store(name, line, let);
