@@ -7,6 +7,7 @@ set(TZ_FLOORS
     host/json
     host/xml
     host/log
+    host/net
     host/store
     host/python
     tzparser/text
