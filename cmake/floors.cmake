@@ -16,6 +16,7 @@ set(TZ_FLOORS
     tzparser/rule
     tzparser/keyword
     tzparser/select
+    tzparser/python
     tzparser/value
     tzparser/identify
     tzparser/engine

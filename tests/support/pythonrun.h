@@ -22,7 +22,7 @@ inline std::string RunPython(const std::string& program) {
 
 // The repr of an expression's value in `__main__`, or the last line of its error.
 inline std::string EvalPython(const std::string& expression) {
-    const std::string error = RunPython("_result = repr(" + expression + ")");
+    const std::string error = RunPython("_result = repr((" + expression + "))");
     if (!error.empty()) return error;
     const PyThreadStateLock lock(1000, __FILE__, __LINE__);
     PyObject* const names = PyModule_GetDict(PyImport_AddModule("__main__"));
