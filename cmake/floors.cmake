@@ -16,11 +16,13 @@ set(TZ_FLOORS
     tzparser/rule
     tzparser/keyword
     tzparser/select
+    tzparser/table
     tzparser/python
     tzparser/value
     tzparser/identify
     tzparser/engine
-    tzparser/check)
+    tzparser/check
+    tzparser/explain)
 
 # tz_floor(NAME SOURCES... ) makes the object library of one floor, called from the folder's own list.
 function(tz_floor name)

@@ -42,15 +42,12 @@ std::string Harmless(std::string text) {
     return text;
 }
 
-void WriteTrial(const SampleTrial& trial, std::string& text) {
-    text += "sample " + std::to_string(trial.index) + ": ";
-    if (!trial.failed) {
-        text += "all conditions hold\n";
-        return;
-    }
+std::string TrialLine(const SampleTrial& trial) {
+    const auto sample = "sample " + std::to_string(trial.index) + ": ";
+    if (!trial.failed) return sample + "all conditions hold";
     const auto& failed = *trial.failed;
-    text += std::string(ListOf(failed)) + " condition " + std::to_string(failed.index) +
-            " fails: " + failed.typeName + ": " + Harmless(failed.value) + "\n";
+    return sample + ListOf(failed) + " condition " + std::to_string(failed.index) +
+           " fails: " + failed.typeName + ": " + Harmless(failed.value);
 }
 
 void WriteFailed(const FailedCondition& failed, CJsonLayout& json) {
@@ -70,15 +67,21 @@ void WriteFailed(const FailedCondition& failed, CJsonLayout& json) {
 
 }  // namespace
 
+std::vector<std::string> ChoiceLines(const SampleChoice& choice) {
+    std::vector<std::string> lines;
+    for (const auto& trial : choice.trials) lines.push_back(TrialLine(trial));
+    const auto chosen = choice.reason == SampleChoice_None
+                            ? std::string("chosen: none")
+                            : "chosen: sample " + std::to_string(choice.index);
+    lines.push_back(chosen + " (" + RowOf(choice.reason).words + ")");
+    return lines;
+}
+
 void WriteChoice(const SampleChoice& choice, COutputWriter& out) {
-    for (const auto& trial : choice.trials) {
-        WriteTrial(trial, out.Buffer());
+    for (const auto& line : ChoiceLines(choice)) {
+        out.Buffer().append(line).append("\n");
         out.Drain();
     }
-    out.Buffer() += choice.reason == SampleChoice_None
-                        ? std::string("chosen: none")
-                        : "chosen: sample " + std::to_string(choice.index);
-    out.Buffer().append(" (").append(RowOf(choice.reason).words).append(")\n");
 }
 
 void WriteChoiceJson(const SampleChoice& choice, COutputWriter& out) {

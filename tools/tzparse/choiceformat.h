@@ -4,8 +4,14 @@
 
 #include "outputwriter.h"
 
+#include <string>
+#include <vector>
+
 // The choice of a sample as lines for people: one for each sample tried, then the sample chosen
 // with the reason. Control characters of the definition are shown as "?".
+std::vector<std::string> ChoiceLines(const SampleChoice& choice);
+
+// The same lines, each with a line feed.
 void WriteChoice(const SampleChoice& choice, COutputWriter& out);
 
 // The same as a JSON object:

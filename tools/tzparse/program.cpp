@@ -2,6 +2,7 @@
 
 #include "checkcommand.h"
 #include "diffcommand.h"
+#include "explaincommand.h"
 #include "identifycommand.h"
 #include "inventorycommand.h"
 #include "parsecommand.h"
@@ -32,6 +33,7 @@ Commands MakeCommands(CLI::App& app) {
     commands.push_back(std::make_unique<CSchemaCommand>(app));
     commands.push_back(std::make_unique<CIdentifyCommand>(app));
     commands.push_back(std::make_unique<CCheckCommand>(app));
+    commands.push_back(std::make_unique<CExplainCommand>(app));
     commands.push_back(std::make_unique<CDiffCommand>(app));
     commands.push_back(std::make_unique<CRecordCommand>(app));
     commands.push_back(std::make_unique<CInventoryCommand>(app));

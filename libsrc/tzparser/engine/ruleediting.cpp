@@ -2,6 +2,9 @@
 
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/table/appparseruletable.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -55,11 +58,44 @@ void RenameFilter(CAppParseRuleFilter& rule, const std::string& from, const std:
     if (ShortName(from) == rule.GetName()) rule.SetName(ShortName(to));
 }
 
+// The header whose column feeds a variable, the first by name; null when none does.
+const std::string* HeaderOf(const CAppParseRuleTable& rule, const std::string& variable) {
+    const auto& headers = rule.GetHeaderVars();
+    const auto at = std::find_if(headers.begin(), headers.end(), [&variable](const auto& entry) {
+        return entry.second == variable;
+    });
+    return at == headers.end() ? nullptr : &at->first;
+}
+
+void DeleteTableVariable(CAppParseRuleTable& rule, const std::string& name) {
+    if (ShortName(name) == rule.GetName()) {
+        DeleteRule(&rule);
+        return;
+    }
+    if (const auto* header = HeaderOf(rule, "$" + ShortName(name)))
+        rule.DelHeaderVar(std::string(*header));
+}
+
+void RenameTableVariable(CAppParseRuleTable& rule, const std::string& from, const std::string& to) {
+    if (ShortName(from) == rule.GetName()) {
+        if (!ShortName(to).empty()) rule.SetName(ShortName(to));
+        return;
+    }
+    const auto variable = "$" + ShortName(from);
+    const auto* header = HeaderOf(rule, variable);
+    if (header == nullptr) return;
+    const auto type = rule.GetVariableType(variable);
+    const auto pattern = (type == "string" ? "$" : "$" + type + ":") + ShortName(to);
+    rule.AddHeaderVar(std::string(*header), pattern);
+}
+
 }  // namespace
 
 void DeleteRuleVariable(CAppParseRule* owner, const std::string& name) {
     if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
         DeleteKeyWordVariable(*keyword, name);
+    else if (auto* table = dynamic_cast<CAppParseRuleTable*>(owner))
+        DeleteTableVariable(*table, name);
     else
         DeleteRule(owner);
 }
@@ -69,4 +105,6 @@ void RenameRuleVariable(CAppParseRule* owner, const std::string& from, const std
         RenameKeyWordVariable(*keyword, from, to);
     else if (auto* filter = dynamic_cast<CAppParseRuleFilter*>(owner))
         RenameFilter(*filter, from, to);
+    else if (auto* table = dynamic_cast<CAppParseRuleTable*>(owner))
+        RenameTableVariable(*table, from, to);
 }

@@ -2,6 +2,7 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/table/appparseruletable.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ struct RuleKind {
 constexpr RuleKind RuleKinds[] = {
     {RuleType_KeyWord, false, &Make<CAppParseRuleKeyWord>},
     {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
+    {RuleType_Table, false, &Make<CAppParseRuleTable>},
 };
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "tzparser/engine/tzparser.h"
 
 #include "tzparser/engine/enginekeys.h"
-#include "tzparser/identify/samplechooser.h"
 #include "tzparser/engine/tzparsersample.h"
+#include "tzparser/identify/samplechooser.h"
 #include "tzparser/rule/appparserule.h"
 
 #include <exception>

@@ -8,12 +8,14 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 class CAppParseRule;
 class CAppParseRuleKeyWord;
+class CAppVariableTableDef;
 class CSampleChooser;
 class CTzParserSample;
 
@@ -90,7 +92,32 @@ private:
     void AddSampleVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    void AddTableVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     static std::string GeneratePythonName(const std::string& name);
+    static std::string WithoutDollars(const std::string& name);
+    // A node that its parent doesn't have yet: inside a table a column of elements of the type,
+    // elsewhere a plain node.
+    static std::unique_ptr<CAppVariableDef> MakeVariable(CAppVariableDef& parent,
+                                                         const std::string& name,
+                                                         AppDataType_e type, bool inTable);
+
+    // What a table or paragraph rule says about its table.
+    struct TableSource {
+        const std::string& name;
+        const std::set<std::string>& keyVars;
+        const CAppParseRule& rule;
+        bool hasPythonName;
+    };
+    // The table of a rule's name at the parsing root above `def`, or at `def` when there is none
+    // above: the one that is there already, whatever node it is, else a new one.
+    static CAppVariableDef& AddTable(CAppVariableDef& def, const TableSource& source);
+    // Keys go into a definition without the "$" characters in front, empty ones not at all.
+    static std::set<std::string> CleanKeys(const std::set<std::string>& keys);
+    static void SetTableKeys(CAppVariableTableDef* table, const std::set<std::string>& keys);
+    static void SetTableKeys2(CAppVariableTableDef* table, const std::set<std::string>& tableKeys,
+                              const std::set<std::string>& interfaceKeys);
+    static void SetTableCmpProperty(CAppVariableTableDef* table,
+                                    const std::set<std::string>& columns, bool sort);
 
     std::vector<std::int32_t> m_sequences;  // in the order of trying, duplicates kept
     std::vector<std::shared_ptr<CTzParserSample>>

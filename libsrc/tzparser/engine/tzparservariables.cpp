@@ -15,22 +15,22 @@ namespace {
 constexpr const char* RootName = "parser";
 constexpr std::string_view NoPythonName = " ~!@#$%^&*()[]{}<>-+=.,?'|/\\\t\n\r\":;";
 
-std::string WithoutDollars(const std::string& name) {
+}  // namespace
+
+std::string CTzParser::WithoutDollars(const std::string& name) {
     const auto begin = name.find_first_not_of('$');
     return begin == std::string::npos ? std::string() : name.substr(begin);
 }
 
-// Inside a table a variable is a column of elements of the type, elsewhere a plain node.
-std::unique_ptr<CAppVariableDef> MakeVariable(CAppVariableDef& parent, const std::string& name,
-                                              AppDataType_e type, bool inTable) {
+std::unique_ptr<CAppVariableDef> CTzParser::MakeVariable(CAppVariableDef& parent,
+                                                         const std::string& name,
+                                                         AppDataType_e type, bool inTable) {
     if (!inTable)
         return std::make_unique<CAppVariableDef>(&parent, name, type, AppVariableType_Parser, "");
     auto column = std::make_unique<CAppVariableArrayDef>(&parent, name, AppVariableType_Parser, "");
     column->SetBaseType(type);
     return column;
 }
-
-}  // namespace
 
 std::shared_ptr<CAppVariableDef> CTzParser::CreateVarTree() const {
     auto root = std::make_shared<CAppVariableDef>(nullptr, RootName, AppDataType_Parsing,
@@ -49,6 +49,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Sample, &CTzParser::AddSampleVariables},
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
         {RuleType_Filter, &CTzParser::AddFilterVariables},
+        {RuleType_Table, &CTzParser::AddTableVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)

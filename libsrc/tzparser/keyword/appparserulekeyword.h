@@ -80,6 +80,9 @@ public:
     bool Parse(const std::string& text, int startLine, int endLine,
                IAppVariableCallback* callback) override;
     bool ParseKeywordVariable(int startLine, int endLine);
+    // The KVPs that a run takes, in its order: this rule's own and, in the first rule of a
+    // paragraph, those of the paragraph's start and id lines in front of them.
+    std::vector<std::string> GetRunKVPs() const;
     // Runs one expression over a range of lines joined; only its first match counts. Names that get
     // a value leave `missing`. False when the expression doesn't compile.
     bool ParseKeywordVariableByMultipleLine(int startLine, int endLine,

@@ -56,13 +56,18 @@ CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endL
     }
     std::set<std::string> known;
     FillAllVariables(known);
-    std::vector<std::string> kvps = m_definition->kvps;
-    InsertParentStartExpression(kvps, false);
+    auto kvps = GetRunKVPs();
     if (!m_runPlan || m_runPlan->kvps != kvps) m_runPlan = MakePlan(std::move(kvps));
     run.plan = m_runPlan;
     for (const auto& name : run.plan->variables)
         run.missing.push_back(known.count(name) != 0 ? 1 : 0);
     return run;
+}
+
+std::vector<std::string> CAppParseRuleKeyWord::GetRunKVPs() const {
+    std::vector<std::string> kvps = m_definition->kvps;
+    InsertParentStartExpression(kvps, false);
+    return kvps;
 }
 
 std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan(

@@ -49,17 +49,30 @@ CAppRegex::CAppRegex(std::string_view expression, unsigned flags)
 
 CAppRegex::~CAppRegex() = default;
 
-AppRegexSearch_e CAppRegex::Search(std::string_view text, CAppRegexMatch& match) const noexcept {
+// Runs the matcher over a text; what it throws becomes a note and AppRegexSearch_GaveUp.
+template <class Run>
+AppRegexSearch_e CAppRegex::Guard(std::string_view text, Run run) const noexcept {
     if (!m_valid) return AppRegexSearch_NoMatch;
     const char* begin = text.data() == nullptr ? "" : text.data();
     try {
-        const bool found = boost::regex_search(begin, begin + text.size(), match.m_impl->results,
-                                               m_impl->expression);
-        return found ? AppRegexSearch_Match : AppRegexSearch_NoMatch;
+        return run(begin, begin + text.size()) ? AppRegexSearch_Match : AppRegexSearch_NoMatch;
     } catch (...) {
         DiagnosticOutput("Catch any exception");
         return AppRegexSearch_GaveUp;
     }
+}
+
+AppRegexSearch_e CAppRegex::Search(std::string_view text, CAppRegexMatch& match) const noexcept {
+    return Guard(text, [&](const char* begin, const char* end) {
+        return boost::regex_search(begin, end, match.m_impl->results, m_impl->expression);
+    });
+}
+
+AppRegexSearch_e CAppRegex::MatchWhole(std::string_view text,
+                                       CAppRegexMatch& match) const noexcept {
+    return Guard(text, [&](const char* begin, const char* end) {
+        return boost::regex_match(begin, end, match.m_impl->results, m_impl->expression);
+    });
 }
 
 bool CAppRegex::Replace(std::string& text, const std::string& replacement, bool replaceAll) const {

@@ -81,6 +81,8 @@ public:
     // AppRegexSearch_Match. When the matcher throws, "Catch any exception" goes to the debugger
     // output.
     AppRegexSearch_e Search(std::string_view text, CAppRegexMatch& match) const noexcept;
+    // The same for a match of the whole text, from its first byte to its last.
+    AppRegexSearch_e MatchWhole(std::string_view text, CAppRegexMatch& match) const noexcept;
 
     // Replaces the first or all matches in `text`, the replacement in Perl's format syntax; returns
     // whether the text has changed. Throws what the matcher throws: std::runtime_error when it
@@ -92,6 +94,9 @@ public:
     static bool Diagnose(std::string_view expression, std::string& reason, std::size_t& offset);
 
 private:
+    template <class Run>
+    AppRegexSearch_e Guard(std::string_view text, Run run) const noexcept;
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
     std::string m_text;

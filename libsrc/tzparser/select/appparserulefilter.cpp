@@ -84,6 +84,7 @@ bool CAppParseRuleFilter::OnCopyTo(CAppParseRule* target) {
     if (other == this) return true;
     other->m_definition = m_definition;
     other->m_multiLineStatus = m_multiLineStatus;
+    other->m_runRanges = m_runRanges;
     other->m_runPlan = m_runPlan;
     other->SetRuleModify();
     return true;

@@ -9,6 +9,15 @@
 class CAppParseRuleKeyWord;
 class CAppRegexMatch;
 
+// The range that a run of a filter found: the children run from `begin` to `end`, exclusive. The
+// lines of begin and end pattern are -1 when the pattern is empty or wasn't found.
+struct FilterRange {
+    int begin = 0;
+    int end = 0;
+    int beginLine = -1;
+    int endLine = -1;
+};
+
 // CAppParseRuleFilter narrows the lines that its children see: to a range between two patterns, and
 // in it to the lines that further patterns keep or don't drop. Under its name it yields a variable,
 // the text of the lines it kept.
@@ -104,6 +113,12 @@ public:
     // Copies of the statuses of all runs, below a paragraph, or of the last one; returns their
     // number.
     int GetLineStatus(std::vector<AppLineStatus>& statuses) const;
+    // The ranges of all runs, below a paragraph, or of the last one; and the status that the run at
+    // an index of them left. A run over no lines doesn't count.
+    const std::vector<FilterRange>& GetRunRanges() const { return m_runRanges; }
+    const CAppLineStatus& RunStatus(std::size_t run) const {
+        return run < m_multiLineStatus.size() ? m_multiLineStatus[run] : m_lineStatus;
+    }
     // Below a paragraph, notes the status of a run over a range; otherwise does nothing.
     void SetLineStatus(AppLineStatus status, int startLine, int endLine);
 
@@ -155,12 +170,11 @@ private:
         std::shared_ptr<const Plan> plan;  // made when the definition is loaded
     };
 
-    // The range that a run found.
-    struct Range {
-        int begin;
-        int end;
-        int scanFrom;  // where the search for the end line begins
-        bool found = false;
+    // The range of a run as it is being found.
+    struct Range : FilterRange {
+        int scanFrom = 0;  // where the search for the end line begins
+
+        bool IsBeginFound() const { return beginLine >= 0; }
     };
 
     // The lines of a range over which multi-line matches stretch.
@@ -204,5 +218,6 @@ private:
 
     // What runs made.
     std::vector<CAppLineStatus> m_multiLineStatus;
+    std::vector<FilterRange> m_runRanges;
     std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
 };

@@ -60,6 +60,7 @@ bool CAppParseRuleFilter::IsNoneExist() {
 void CAppParseRuleFilter::ClearVariablePosition() {
     m_lineStatus.Close(0, LineCount());
     m_multiLineStatus.clear();
+    m_runRanges.clear();
 }
 
 bool CAppParseRuleFilter::SaveResultAsJson(hxJson::Value& node) {

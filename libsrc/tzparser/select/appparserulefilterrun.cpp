@@ -25,11 +25,15 @@ bool CAppParseRuleFilter::Parse(const std::string& text, int startLine, int endL
     startLine = std::clamp(startLine, 0, LineCount());
     endLine = std::clamp(endLine, 0, LineCount());
     m_lineStatus.CloseAllBut(startLine, endLine);
+    if (!IsUseMultiLineStatus()) m_runRanges.clear();
     if (startLine >= endLine) return true;
-    Range range{startLine, endLine, startLine};
+    Range range;
+    range.begin = range.scanFrom = startLine;
+    range.end = endLine;
     FindBegin(plan->begin, endLine, callback, range);
     FindEnd(plan->end, endLine, range);
     CloseOutside(range, startLine, endLine);
+    m_runRanges.push_back(range);
     ContainLines(plan->includes, range.begin, range.end, true);
     ContainLines(plan->excludes, range.begin, range.end, false);
     for (const auto& child : Children()) child->Parse(text, range.begin, range.end, callback);
@@ -54,19 +58,21 @@ void CAppParseRuleFilter::FindBegin(const Pattern& pattern, int endLine,
                          ? ParseMultipleLineMatch(range.begin, endLine, begin->regexText, matchEnd)
                          : FindLine(*begin, range.begin, endLine, false);
     if (line == endLine) return;
-    range.found = true;
+    range.beginLine = line;
     range.begin = m_definition->isExcludeBeginLine ? line + 1 : line;
     range.scanFrom = (begin->isMultiLine ? matchEnd : line) + 1;
 }
 
 void CAppParseRuleFilter::FindEnd(const Pattern& pattern, int endLine, Range& range) {
     if (pattern.line.empty()) return;
-    if (!range.found && !m_definition->beginLine.empty()) return;
+    if (!range.IsBeginFound() && !m_definition->beginLine.empty()) return;
     int matchEnd = 0;
     const int line = pattern.isMultiLine ? ParseMultipleLineMatch(range.scanFrom, endLine,
                                                                   pattern.regexText, matchEnd)
                                          : FindLine(pattern, range.scanFrom, endLine, true);
-    if (line != endLine) range.end = m_definition->isExcludeEndLine ? line : line + 1;
+    if (line == endLine) return;
+    range.endLine = line;
+    range.end = m_definition->isExcludeEndLine ? line : line + 1;
 }
 
 // The first open line that fits; endLine when none does.
@@ -86,7 +92,7 @@ int CAppParseRuleFilter::FindLine(const Pattern& pattern, int startLine, int end
 }
 
 void CAppParseRuleFilter::CloseOutside(const Range& range, int startLine, int endLine) {
-    if (!m_definition->beginLine.empty() && !range.found)
+    if (!m_definition->beginLine.empty() && !range.IsBeginFound())
         m_lineStatus.Close(startLine, endLine);
     else
         m_lineStatus.CloseAllBut(range.begin, range.end);

@@ -157,8 +157,8 @@ TEST(DefinitionCheck, RuleNodes) {
          "behind it in the array are lost too (number: 2).\n"},
         {"the root is no rule node", R"([{},{"type":7}])",
          "@[1]: This version has no kind of rule with the type 7; the rule is left out.\n"},
-        {"nothing left", R"({"type":3})",
-         "@: This version has no kind of rule with the type 3; the rule is left out.\n"
+        {"nothing left", R"({"type":42})",
+         "@: This version has no kind of rule with the type 42; the rule is left out.\n"
          "samples[0]: The sample has no rule, so every parse with it fails.\n"},
         {"a name for a number, and no object", R"([{"type":"table"},5])",
          "@[0]: \"table\" is no number, so this is taken for a keyword rule (type 0).\n"

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tzparser/explain/explainscope.h"
+
+#include <string>
+
+// How rules of a kind are explained. Each kind has a function in a source of its own that fills the
+// scope's rule with facts and sets the runs of the rules below; one table knows them all.
+struct KindExplainer {
+    const char* kind;  // "keyword"
+    void (*explain)(CExplainScope& scope);
+    std::string (*name)(const CAppParseRule& rule);
+};
+
+// The row of a rule's kind; a kind without a row of its own is a "rule" whose bounds are explained.
+const KindExplainer& FindExplainer(RuleType type);
+
+void ExplainSample(CExplainScope& scope);
+void ExplainKeyWord(CExplainScope& scope);
+void ExplainFilter(CExplainScope& scope);

@@ -1,0 +1,256 @@
+#pragma once
+
+#include "tzparser/rule/appparserule.h"
+#include "tzparser/table/tablelayout.h"
+#include "tzparser/table/tablevalues.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class CTableHeader;
+struct TableGrid;
+
+// CAppParseRuleTable reads a column-aligned table: it finds the header among the lines open to it,
+// works out where the columns lie and where the table ends, and cuts each row into cells.
+//
+//     auto* rule = new CAppParseRuleTable(&sample);
+//     sample.AddChildRule(rule);
+//     rule->SetName("ports");
+//     rule->SetHeader("Port;Name;VLAN");
+//     rule->AddHeaderVar("Port", "$port");
+//     rule->AddHeaderVar("VLAN", "$int:vlan");             // the column Name is parsed and dropped
+//     sample.Parse("Port   Name   VLAN\n"
+//                  "Gi0/1  uplink 10\n", 0, -1, nullptr);
+//     rule->VariablePos().at("$vlan").at(1);               // row 1, columns 14 to 16, "10"
+//
+// Tables of devices are only roughly aligned: values overrun their columns, are shifted, or wrap to
+// the next line. The steps that put up with that are told in tablerow.h, one step a function.
+//
+// Values stay over parses and add up, keyed by line: below a paragraph a table runs once a
+// paragraph and keeps the rows of all of them. ClearVariablePosition doesn't touch them.
+//
+// What the definition says is compiled when it is loaded, otherwise by the first parse, and shared
+// by clones. Lines and columns count from 0, columns are bytes, ends are exclusive. One thread at a
+// time uses a rule.
+class TZPARSER_API CAppParseRuleTable : public CAppParseRule {
+public:
+    using VariablePositions = CTableValues::VariablePositions;
+
+    explicit CAppParseRuleTable(CAppParseRule* parent);
+    ~CAppParseRuleTable() override;
+
+    // Definition. Setters tell the root that the definition has changed, those of numbers only when
+    // the value is another one; AddHeaderVar, DelHeaderVar, AddTableKey and AddTableInterfaceKey
+    // never tell.
+    const std::string& GetName() const { return m_definition->name; }
+    void SetName(const std::string& name);
+    // The headers in the order of their columns, as one text with ";" between them. Each is trimmed
+    // of blanks and line ends; an empty piece is an empty header, an empty text no header.
+    void SetHeader(const std::string& headers);
+    // The headers, for writing; valid until the rule is next copied.
+    std::vector<std::string>& GetHeader();
+    const std::vector<std::string>& Headers() const { return m_definition->headers; }
+    // The statement of the line that ends the table, itself no row; empty for none.
+    void SetEndCond(const std::string& statement);
+    const std::string& GetEndCond() const { return m_definition->endCond; }
+    // How many lines lie between the header and the first row; counts only with IsSkipLine. A text
+    // reads as the number it begins with, or 0.
+    void SetSkipLine(int count);
+    void SetSkipLine(const std::string& count);
+    int GetSkipLine() const { return m_definition->skipLine; }
+    void SetIsSkipLine(bool skip);
+    bool IsSkipLine() const { return m_definition->isSkipLine; }
+    // A TableAlign_e; with another number Parse fails.
+    void SetAlign(int align);
+    void SetAlign(const std::string& align);
+    int GetAlign() const { return m_definition->align; }
+    // Numbers with ";" between them: for fixed columns where they begin, for tokens how many each
+    // column takes.
+    void SetAlignRange(const std::string& range);
+    const std::string& GetAlignRange() const { return m_definition->alignRange; }
+    // Kept with the rule; GetAlign alone decides.
+    void SetAlignLeft(bool left);
+    bool IsAlignLeft() const { return m_definition->alignLeft; }
+    // Whether an empty cell of a follow variable takes the value of the row before.
+    void SetIsUsePreVars(bool use);
+    bool IsUsePreVars() const { return m_definition->isUsePreVars; }
+    void AddFollowVar(const std::string& name);
+    void DelFollowVar(const std::string& name);
+    const std::set<std::string>& GetUsePreVars() const { return m_definition->followVars; }
+    void AddKeyVar(const std::string& name);
+    void DelKeyVar(const std::string& name);
+    const std::set<std::string>& GetKeyVars() const { return m_definition->keyVars; }
+    // Statements kept for the caller; a parse doesn't read them. Del takes out the first equal one.
+    void AddStatement(const std::string& statement);
+    void DelStatement(const std::string& statement);
+    const std::vector<std::string>& GetStatements() const { return m_definition->statements; }
+    // Statements of lines that are no rows.
+    const std::vector<std::string>& GetExcludeLines() const { return m_definition->excludeLines; }
+    // Empties the definition and all values; the name, the end condition, the exclude lines and the
+    // interface keys stay.
+    void Reset();
+
+    // Gives a header's column to the variable of a pattern, such as "$int:vlan". A pattern with two
+    // variables and a regular expression store nothing; of one that is no statement, what stands
+    // from its "$" to the next blank is taken, without the first character that no name has.
+    void AddHeaderVar(const std::string& header, const std::string& pattern);
+    void DelHeaderVar(const std::string& header);
+    // Header to variable name with "$".
+    const std::map<std::string, std::string>& GetHeaderVars() const {
+        return m_definition->headerVars;
+    }
+    // The type word of a variable, "$" in front or not, also of a keyword rule's in a paragraph
+    // above; empty when it isn't known.
+    std::string GetVariableType(const std::string& name) const;
+    const std::map<std::string, std::string>& GetVariableTypeDefine() const {
+        return m_definition->variableTypes;
+    }
+    // The text kept for an enumerated variable; empty when there is none.
+    std::string GetEnumVariableValue(const std::string& name) const;
+    // The variables of the columns in the order of the headers, then those of keyword rules in the
+    // paragraphs above, each once.
+    std::vector<std::string> GetVariableNames() const;
+
+    // For tools that make a rule of a sample line: "$" and the header in small letters, with "_"
+    // for all that is no letter or digit.
+    static std::string GetDefaultColumnVariableName(const std::string& header);
+    // The headers of a line with ";" between them: two separators in a row end a header, a single
+    // one inside belongs to it.
+    static std::string GetHeaderByALineText(const std::string& line);
+
+    // Run. False when no header is found or the columns aren't as many as the headers; values and
+    // GetBeginLine then stay as they were.
+    bool Parse(const std::string& text, int startLine, int endLine,
+               IAppVariableCallback* callback) override;
+    // The header line of the last parse that found a table; -1 before.
+    int GetBeginLine() const { return m_beginLine; }
+    // The values found: variable name with "$", line, cell. The first is for reading, the second
+    // hands out the map itself to a host, after which every parse looks at all of it.
+    const VariablePositions& VariablePos() const { return m_values.Positions(); }
+    VariablePositions& GetVariablePos() { return m_values.HostPositions(); }
+    // Stores a cell under a line, in the place of one that stood there.
+    void AddVariablePosInfo(const std::string& name, int line, CAppTextLet let);
+
+    // What the last parse decided.
+    const TableLayout& LastLayout() const { return m_layout; }
+    // The search for the header once more, over a range: how far each line got that is open to the
+    // rule and not empty. Ends with the line that is accepted.
+    std::vector<HeaderTrial> ExplainHeader(int startLine, int endLine);
+
+    // A cell's name may have the rule's name and "." in front. A name that the table doesn't have
+    // may be that of a keyword rule in a paragraph above: each row gets the value of its paragraph.
+    std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
+    // Whether some cell has an empty span.
+    bool IsNoneExist() override;
+    CAppParseRule* CreateObject(CAppParseRule* parent) override;
+    // The header line, or for a name that begins with ".start" the end line; false before a parse.
+    bool GetVariableLine(const std::string& name, int& line) override;
+    bool AddToVariableTree(CAppVariableDef* parent) override;
+    void SaveResultAsXML(CMarkup& xml) override;
+    bool SaveResultAsJson(hxJson::Value& node) override;
+
+    // What compares tables of two runs; the value tree works with it. A parse doesn't.
+    void GetTableKeys(std::set<std::string>& keys) const override;
+    void AddTableKey(const std::string& key) override;
+    void GetTableInterfaceKeys(std::set<std::string>& keys) const override;
+    void AddTableInterfaceKey(const std::string& key) override;
+    // The keys of this table and of the paragraphs above: the interface keys and, unless only they
+    // are wanted or there are some, the keys.
+    using CAppParseRule::GetTableKeysEx;
+    std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const;
+    int GetTableCmpColumns(std::set<std::string>& columns) const override;
+    void SetTableCmpColumns(std::set<std::string>& columns) override;
+    bool IsTableCmpSort() const override { return m_definition->tableCmpSort; }
+    void SetTableCmpSort(bool sort) override;
+    int GetTableRowCount() const override { return m_definition->tableRowCount; }
+    void SetTableRowCount(int count) override;
+    const std::string& GetTableHash() const override { return m_definition->tableHash; }
+    void SetTableHash(const std::string& hash) override;
+
+protected:
+    bool LoadParseRule(const hxJson::Value& node) override;
+    // Alignment, hash settings and exclude lines don't come back from what this writes.
+    bool SaveParseRule(hxJson::Value& node) override;
+    bool OnCopyTo(CAppParseRule* target) override;
+    // The expression that the whole header line has to match.
+    std::string GetTableHeaderRegex() const;
+
+private:
+    struct Plan;
+    class RowWriter;
+
+    struct Definition {
+        std::string name;
+        std::vector<std::string> headers;
+        std::string endCond;
+        int skipLine = 0;
+        std::map<std::string, std::string> headerVars;
+        std::vector<std::string> statements;
+        bool isSkipLine = false;
+        bool isUsePreVars = false;
+        bool alignLeft = true;
+        int align = TableAlign_Left;
+        std::string alignRange;
+        std::set<std::string> keyVars;
+        std::set<std::string> followVars;
+        std::map<std::string, std::string> variableTypes;
+        std::map<std::string, std::string> enumValues;
+        std::set<std::string> tableKeys;
+        std::set<std::string> tableInterfaceKeys;
+        std::set<std::string> tableCmpColumns;
+        bool tableCmpSort = false;
+        int tableRowCount = 0;
+        std::string tableHash;
+        std::vector<std::string> excludeLines;
+        std::shared_ptr<const Plan> plan;  // made when the definition is loaded
+    };
+
+    Definition& EditDefinition();
+    template <class T>
+    void Set(T Definition::*field, const T& value);
+    template <class T>
+    void SetOther(T Definition::*field, const T& value);
+    std::string FindVariableType(const std::string& name) const;
+    void LoadHeaderVars(const std::string& text);
+    void LoadExcludeLines(const hxJson::Value& node);
+    std::string HeaderVarsText() const;
+
+    std::shared_ptr<const Plan> MakePlan();
+    std::shared_ptr<const Plan> PlanOfRun();
+    CTableHeader MakeHeader();
+    void AddColumns(Plan& plan) const;
+    std::size_t SlotOf(Plan& plan, const std::string& name) const;
+    void AddEndCond(Plan& plan);
+    void AddExcludes(Plan& plan);
+
+    bool FindHeader(const Plan& plan);
+    void FindColumns(const Plan& plan, bool hasPlaces);
+    void FindSeparator(const Plan& plan);
+    int FirstLineBelow() const;
+    void FindEnd(const Plan& plan);
+    int FindEndLine(const Plan& plan, int from);
+    std::vector<char> IgnoredLines(const Plan& plan, const std::string& text);
+    void MarkFiltered(const std::string& text, std::vector<char>& ignored);
+    void MarkExcluded(const Plan& plan, std::vector<char>& ignored) const;
+    TableGrid Grid(const Plan& plan) const;
+    void ReadRows(const Plan& plan, const std::vector<char>& ignored);
+
+    std::string KeyOf(const std::string& name) const;
+    void AppendParagraphValues(const std::string& name, std::vector<CAppTextLet>& values) const;
+
+    CCopyOnWrite<Definition> m_definition;
+    bool m_isHeaderHosted = false;  // a host may hold a reference to the headers
+
+    // What runs made.
+    int m_beginLine = -1;
+    int m_endLine = -1;
+    CTableValues m_values;
+    TableLayout m_layout;
+    std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
+};

@@ -1,0 +1,260 @@
+#include "tzparser/explain/tzexplain.h"
+
+#include "support/ruletree.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string DumpFact(const ExplainFact& fact) {
+    std::string dump = fact.isTrouble ? "! " + fact.text : fact.text;
+    if (fact.line >= 0) dump += " @" + std::to_string(fact.line);
+    if (fact.column >= 0) dump += ":" + std::to_string(fact.column);
+    if (fact.statementColumn >= 0) dump += " /" + std::to_string(fact.statementColumn);
+    if (!fact.replacedLine.empty()) dump += " (" + fact.replacedLine + ")";
+    return dump;
+}
+
+// A line a rule, `kind name range open xruns`, and its facts below it; silent roots are left out.
+std::string DumpRules(const ExplainReport& report) {
+    std::string dump;
+    for (const auto& rule : report.rules) {
+        if (rule.type == RuleType_Sample) continue;
+        dump += rule.kind + (rule.name.empty() ? "" : " " + rule.name);
+        if (rule.hasRun)
+            dump += " " + std::to_string(rule.beginLine) + "-" + std::to_string(rule.endLine) +
+                    " " + std::to_string(rule.openLines);
+        if (rule.runs > 1) dump += " x" + std::to_string(rule.runs);
+        dump += "\n";
+        for (const auto& fact : rule.facts) dump += "  " + DumpFact(fact) + "\n";
+    }
+    return dump;
+}
+
+ExplainReport ExplainRules(const std::string& nodes, const std::string& text) {
+    return CTzExplain::Explain(
+        ParseJson(R"({"samples":[{"parserRules":{"parserule":[)" + nodes + "]}}]}"), text);
+}
+
+struct Row {
+    const char* name;
+    const char* nodes;
+    const char* text;
+    const char* wanted;
+};
+
+template <std::size_t Count>
+void CheckAll(const Row (&rows)[Count]) {
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(DumpRules(ExplainRules(row.nodes, row.text)), row.wanted);
+    }
+}
+
+TEST(Explain, KeywordStatements) {
+    const Row rows[] = {
+        {"a line with its values", R"({"keywords":{"keyword":["^eth$n is $s $_dummy"]}})",
+         "x\neth0 is up 1\neth1 is down 2",
+         "keyword 0-3 3\n"
+         "  \"^eth$n is $s $_dummy\" matched: $n = \"0\", $s = \"up\" @1\n"},
+        {"the nearest line", R"({"keywords":{"keyword":["mtu $int:mtu bytes"]}})",
+         "mtu auto\nmtu 1500 b",
+         "keyword 0-2 2\n"
+         "  ! no line fits \"mtu $int:mtu bytes\" @1:10 /14\n"},
+        {"another way to write a line that matched",
+         R"({"keywords":{"keyword":["mtu $int:mtu","MTU is $int:mtu"]}})", "mtu 1500",
+         "keyword 0-1 1\n"
+         "  \"mtu $int:mtu\" matched: $mtu = \"1500\" @0\n"
+         "  no line fits \"MTU is $int:mtu\"; its variables have their values from other statements"
+         " @0:4 /4\n"},
+        {"a line that replacements changed",
+         R"({"operations":[{"originalstr":"Up","replacestr":"down"}],)"
+         R"("keywords":{"keyword":["link is up $x"]}})",
+         "link is up 1",
+         "keyword 0-1 1\n"
+         "  ! no line fits \"link is up $x\" @0:8 /8 (link is down 1)\n"},
+        {"over several lines",
+         R"x({"keywords":{"keyword":["mregex[$x]:a\\n(b)","mregex[$y]:a\\nc(d)"]}})x", "-\na\nb",
+         "keyword 0-3 3\n"
+         "  \"mregex[$x]:a\\n(b)\" matched: $x = \"b\" @1\n"
+         "  ! no line fits \"mregex[$y]:a\\nc(d)\"\n"},
+        {"spans of lines", R"({"keywords":{"keyword":["a $a","mline[$s]:$a-","mline[$t]:$b-"]}})",
+         "-\na 1\nb",
+         "keyword 0-3 3\n"
+         "  \"a $a\" matched: $a = \"1\" @1\n"
+         "  \"mline[$s]:$a-\" matched: $s = \"a 1\nb\n\n\" @1\n"
+         "  ! no lines stand between the variables of \"mline[$t]:$b-\"\n"},
+        {"statements that don't compile", R"({"keywords":{"keyword":["none","regex[$a]:(b"]}})",
+         "none",
+         "keyword 0-1 1\n"
+         "  ! \"none\" plays no part: Invalid pattern. There is no variable in it.\n"
+         "  ! \"regex[$a]:(b\" plays no part: Invalid regex. Unmatched marking parenthesis ( or "
+         "\\(."
+         " /12\n"},
+        {"a long value is cut, and so is a long statement in a sentence",
+         R"({"keywords":{"keyword":["a $a"]}})",
+         "a 0123456789012345678901234567890123456789012345678901234567890123456789",
+         "keyword 0-1 1\n"
+         "  \"a $a\" matched: $a = "
+         "\"012345678901234567890123456789012345678901234567890123456789...\""
+         " @0\n"},
+    };
+    CheckAll(rows);
+}
+
+TEST(Explain, Bounds) {
+    const Row rows[] = {
+        {"by patterns",
+         R"({"nistart":{"type":2,"pattern":"== a","skip":1},)"
+         R"("niend":{"type":2,"pattern":"== b"},"keywords":{"keyword":["n $n","m $m"]}})",
+         "m 0\n== a\nn 1\nn 2\n== b",
+         "keyword 2-5 3\n"
+         "  start bound found by \"== a\", 1 line skipped @2\n"
+         "  end bound found by \"== b\" @4\n"
+         "  \"n $n\" matched: $n = \"1\" @2\n"
+         "  ! no line fits \"m $m\"; line 1 would fit, but the rule doesn't see it\n"},
+        {"a pattern that isn't found, with the nearest line",
+         R"({"nistart":{"type":2,"pattern":"== begin $x"},"keywords":{"keyword":["n $n"]}})",
+         "n 1\n== began x",
+         "keyword\n"
+         "  ! start bound: no line fits \"== begin $x\"; so the rule didn't run @1:6 /6\n"},
+        {"a variable of a rule that stands behind it",
+         R"({"nistart":{"type":1,"text":"$n","xxid":"i"}},)"
+         R"({"xxid":"i","keywords":{"keyword":["n $n"]}})",
+         "n 1",
+         "keyword\n"
+         "  ! start bound: the rule \"i\" stands behind this one, so it hadn't run yet; so the rule"
+         " didn't run\n"
+         "keyword 0-1 1\n"
+         "  \"n $n\" matched: $n = \"1\" @0\n"},
+        {"variables that can't tell a line",
+         R"({"xxid":"i","keywords":{"keyword":["n $n"]}},{"niend":{"type":1,"text":"$x","xxid":"i"}},)"
+         R"({"niend":{"type":1,"text":"$x","xxid":"j"}},{"niend":{"type":1,"xxid":"i"}},)"
+         R"({"niend":{"type":9}},{"niend":{"type":1,"text":"$n","xxid":"i"}})",
+         "-\nn 1\n-",
+         "keyword 0-3 3\n"
+         "  \"n $n\" matched: $n = \"1\" @1\n"
+         "keyword\n"
+         "  ! end bound: $x of the rule \"i\" has no line; so the rule didn't run\n"
+         "keyword\n"
+         "  ! end bound: no rule has the id \"j\"; so the rule didn't run\n"
+         "keyword\n"
+         "  ! end bound: it names no variable; so the rule didn't run\n"
+         "keyword\n"
+         "  ! end bound: its type 9 is no kind of bound; so the rule didn't run\n"
+         "keyword 0-2 2\n"
+         "  end bound found by $n @1\n"},
+    };
+    CheckAll(rows);
+}
+
+TEST(Explain, Filters) {
+    const Row rows[] = {
+        {"range, patterns and the lines kept",
+         R"({"type":1,"name":"f","startline":"regex:^begin","endline":"regex:^end",)"
+         R"("includelines":{"includeline":["a"]},"filterloop":true,)"
+         R"("child":{"parserule":{"keywords":{"keyword":["a $a"]}}}})",
+         "a 0\nbegin\na 1\nb\na 2\nend",
+         "filter f 1-6 2\n"
+         "  begin line found by \"regex:^begin\" @1\n"
+         "  end line found by \"regex:^end\" @5\n"
+         "  2 lines fit the include pattern \"a\"\n"
+         "  keeps 2 lines, the first @2\n"
+         "keyword 1-6 2\n"
+         "  \"a $a\" matched: $a = \"1\" @2\n"},
+        {"no begin line", R"({"type":1,"name":"f","startline":"regex:^begin$","endline":"x"})",
+         "a\nbeg",
+         "filter f 0-2 0\n"
+         "  ! no line fits the begin line \"regex:^begin$\"; so it keeps nothing @1:3 /10\n"
+         "  ! keeps no line\n"
+         "keyword 0-2 0\n"},
+        {"no end line, and patterns that fit nothing",
+         R"({"type":1,"name":"f","startline":"a","endline":"enx",)"
+         R"("includelines":{"includeline":["none","b"]},"excludelines":{"excludeline":"no"}})",
+         "a\nb\nend",
+         "filter f 0-3 1\n"
+         "  begin line found by \"a\" @0\n"
+         "  no line fits the end line \"enx\"; so it goes on to the last line @2:2 /2\n"
+         "  ! no line fits the include pattern \"none\"\n"
+         "  1 line fits the include pattern \"b\"\n"
+         "  no line fits the exclude pattern \"no\"\n"
+         "  keeps 1 line, the first @1\n"
+         "keyword 0-3 1\n"},
+    };
+    CheckAll(rows);
+}
+
+// The first rule of a filter may be one that no node of the document stands for.
+TEST(Explain, PathsLeadToTheDocument) {
+    const auto report = CTzExplain::Explain(ParseJson(R"({"sequences":[4],"samples":[
+        {"index":7,"identify":"broken"},{"index":4,"identify":{"ConfigKey":{"MustConditions":{"Item":
+        [{"@Index":1,"@Type":1,"@Value":"zzz"}]}}}},
+        {"index":7,"parserRules":"{\"ParseRule\":[{\"type\":1,\"child\":{\"parserule\":[{\"type\":1},{\"type\":0}]}},{\"type\":1,\"child\":{\"parserule\":{\"type\":0}}}]}"}]})"),
+                                            "text");
+    std::string paths;
+    for (const auto& rule : report.rules)
+        paths += std::to_string(rule.parent) + " " + rule.path + "\n";
+    const std::string root = "samples[2].parserRules";
+    EXPECT_EQ(paths, "-1 " + root + "\n0 " + root + ".parserule[0]\n1 " + root +
+                         ".parserule[0]\n1 " + root + ".parserule[0].child.parserule[0]\n3 " +
+                         root + ".parserule[0].child.parserule[0]\n1 " + root +
+                         ".parserule[0].child.parserule[1]\n0 " + root + ".parserule[1]\n6 " +
+                         root + ".parserule[1].child.parserule\n");
+    EXPECT_EQ(report.choice.reason, SampleChoice_CatchAll);
+    ASSERT_EQ(report.choice.trials.size(), 1U);
+    EXPECT_TRUE(report.choice.trials[0].failed);
+}
+
+TEST(Explain, ValuesKnowTheirRules) {
+    const auto report = ExplainRules(
+        R"({"keywords":{"keyword":["a $int:a"]}},{"keywords":{"keyword":["b $b","c $c"]}})",
+        "a 12\r\nb xyz\n");
+    std::string values;
+    for (const auto& value : report.values)
+        values += std::to_string(value.rule) + " " + value.name + "[" +
+                  std::to_string(value.index) + "] " + value.type + " " +
+                  std::to_string(value.beginRow) + ":" + std::to_string(value.beginCol) + "-" +
+                  std::to_string(value.endRow) + ":" + std::to_string(value.endCol) + " " +
+                  value.text + "\n";
+    EXPECT_EQ(values, "1 a[0] int 0:2-0:4 12\n2 b[0] string 1:2-1:5 xyz\n2 c[0] string 0:0-0:0 \n");
+    EXPECT_EQ(report.lines, (std::vector<std::string>{"a 12", "b xyz", ""}));
+}
+
+TEST(Explain, WhatCantBeParsed) {
+    const struct {
+        const char* name;
+        const char* definition;
+        const char* error;
+        std::size_t rules;
+    } rows[] = {
+        {"no definition", "[]", "cannot find matched parser.", 0},
+        {"no rule", R"({"samples":[{}]})", "parse failed when using parser rules. reseason:", 1},
+        {"no rule that ran",
+         R"({"samples":[{"parserRules":{"parserule":[{"nistart":{"type":9}}]}}]})",
+         "parse failed when using parser rules. reseason:not support start end line type.", 2},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto report = CTzExplain::Explain(ParseJson(row.definition), "text");
+        EXPECT_FALSE(report.isParsed);
+        EXPECT_EQ(report.error, row.error);
+        EXPECT_EQ(report.rules.size(), row.rules);
+        EXPECT_TRUE(report.values.empty());
+    }
+}
+
+// Rules may stand as deep as they like, and lines may be many.
+TEST(Explain, DeepRulesAndManyLines) {
+    std::string nodes = R"({"keywords":{"keyword":["zzz $z"]}})";
+    for (int i = 0; i < 60; ++i) nodes = R"({"type":1,"child":{"parserule":[)" + nodes + "]}}";
+    std::string text;
+    for (int i = 0; i < 20000; ++i) text += "zz line " + std::to_string(i) + "\n";
+    const auto report = ExplainRules(nodes, text);
+    const auto& facts = report.rules.back().facts;
+    ASSERT_FALSE(facts.empty());
+    EXPECT_NE(facts[0].text.find("only the first 4000 lines"), std::string::npos) << facts[0].text;
+}
+
+}  // namespace
