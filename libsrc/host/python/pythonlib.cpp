@@ -64,10 +64,11 @@ void OnExit() {
     }
 }
 
-void WatchEnds() {
+// For an interpreter of our own. A host that started it may want to stop it at the end as well, and
+// could not once it is held for good.
+void WatchExit() {
     Watcher.store(getpid());
     std::atexit(&OnExit);
-    Py_AtExit(&OnPythonStopped);
 }
 
 bool AnnounceModules() {
@@ -85,7 +86,8 @@ bool StartOnce(const PythonStart& start) {
         IsRefused = true;
         return false;
     }
-    WatchEnds();
+    WatchExit();
+    Py_AtExit(&OnPythonStopped);
     HasModules.store(true);
     PyEval_SaveThread();
     return true;
@@ -116,7 +118,7 @@ void AddModules() {
     if (HasModules.load()) return;
     for (const PythonModule* m = PythonModule::Head(); m != nullptr; m = m->Next())
         if (!AddModule(*m)) PyErr_Clear();
-    WatchEnds();
+    Py_AtExit(&OnPythonStopped);
     HasModules.store(true);
 }
 

@@ -12,9 +12,9 @@
 // once, with or without the interpreter held; the first that comes starts it and the others wait.
 // The thread that started it doesn't hold it afterwards.
 //
-// The interpreter is never stopped by the library. When the process ends, threads that run scripts
-// are stopped where they next would take the interpreter, before static objects are destroyed; an
-// end of the process waits for that a second at most.
+// The interpreter is never stopped by the library. When a process ends whose interpreter the
+// library started, threads that run scripts are stopped where they next would take the interpreter,
+// before static objects are destroyed; the end of the process waits for that a second at most.
 
 #include "host/runtime/tzexport.h"
 
