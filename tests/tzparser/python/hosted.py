@@ -22,5 +22,5 @@ import pyapplib  # noqa: E402
 import pyconfiglet  # noqa: E402
 
 assert repr(pyapplib.PyIP("192.0.2.7/24")) == "PyIP('192.0.2.7/24')"
-assert pyapplib.PyIP("192.0.2.7/24") in pyapplib.PyIP("192.0.2.0/24").network
+assert pyapplib.PyIP("192.0.2.7/24").ip in pyapplib.PyIP("192.0.2.0/24").network
 assert str(pyconfiglet.PyConfigLet("a")) == "a"
