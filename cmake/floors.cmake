@@ -18,6 +18,7 @@ set(TZ_FLOORS
     tzparser/select
     tzparser/table
     tzparser/python
+    tzparser/script
     tzparser/value
     tzparser/identify
     tzparser/engine

@@ -1,6 +1,7 @@
 // The table of rule kinds: the one place that knows them all.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/rule/rulefactory.h"
+#include "tzparser/script/appparserulescript.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/table/appparseruletable.h"
 
@@ -23,6 +24,7 @@ constexpr RuleKind RuleKinds[] = {
     {RuleType_KeyWord, false, &Make<CAppParseRuleKeyWord>},
     {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
     {RuleType_Table, false, &Make<CAppParseRuleTable>},
+    {RuleType_Script, false, &Make<CAppParseRuleScript>},
 };
 
 }  // namespace

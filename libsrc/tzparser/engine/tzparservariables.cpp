@@ -50,6 +50,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
         {RuleType_Filter, &CTzParser::AddFilterVariables},
         {RuleType_Table, &CTzParser::AddTableVariables},
+        {RuleType_Script, &CTzParser::AddOwnVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)
@@ -81,6 +82,11 @@ void CTzParser::AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bo
         if (def.AddChild(node.get())) node.release();
     }
     for (const auto& child : rule.Children()) CreateVarTree(child.get(), &def, inTable);
+}
+
+// The kinds that name and type their variables themselves, wherever they stand.
+void CTzParser::AddOwnVariables(CAppParseRule& rule, CAppVariableDef& def, bool) const {
+    rule.AddToVariableTree(&def);
 }
 
 // As long as the name, byte for byte. A digit in front stays, and two names may come out alike.
