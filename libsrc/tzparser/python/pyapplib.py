@@ -106,14 +106,14 @@ class _IP:
     def __repr__(self):
         return "PyIP('%s')" % self.IPMaskLen()
 
-    def __format__(self, spec):
-        if spec == "a":
+    def __format__(self, form):
+        if form == "a":
             return self.GetIPAddress()
-        if spec == "m":
+        if form == "m":
             return self.IpMask()
-        if spec[-1:] in ("b", "x", "X"):
-            return format(self._address, spec)
-        return format(str(self), spec)
+        if form[-1:] in ("b", "x", "X"):
+            return format(self._address, form)
+        return format(str(self), form)
 
     def __bool__(self):
         return self.IsValid()
@@ -184,9 +184,9 @@ class _Mac:
             return "PyMac(0x%016x)" % self._number
         return "PyMac('%s')" % self.MacStr()
 
-    def __format__(self, spec):
+    def __format__(self, form):
         forms = {":": self.colon, "-": self.dash, ".": self.dotted}
-        return forms[spec] if spec in forms else format(str(self), spec)
+        return forms[form] if form in forms else format(str(self), form)
 
     def __bool__(self):
         return self.IsValid()
@@ -257,10 +257,10 @@ class PyPercent(float):
     def __repr__(self):
         return "PyPercent('%s')" % self._text
 
-    def __format__(self, spec):
-        if spec[-1:] == "%":
-            return format(float(self), spec[:-1] + "f") + "%"
-        return format(float(self), spec) if spec else str(self)
+    def __format__(self, form):
+        if form[-1:] == "%":
+            return format(float(self), form[:-1] + "f") + "%"
+        return format(float(self), form) if form else str(self)
 
     def __reduce__(self):
         return type(self), (self._text,)

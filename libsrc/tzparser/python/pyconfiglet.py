@@ -29,7 +29,7 @@ that of its text, iteration gives its lines without their ends, and "in" looks i
 PyConfigLet.__init__ = _init_of_text
 PyConfigLet.__str__ = lambda self: self.GetStrValue()
 PyConfigLet.__repr__ = lambda self: "PyConfigLet(%r)" % self.GetStrValue()
-PyConfigLet.__format__ = lambda self, spec: format(self.GetStrValue(), spec)
+PyConfigLet.__format__ = lambda self, form: format(self.GetStrValue(), form)
 PyConfigLet.__eq__ = lambda self, other: _compare(self, other, str.__eq__)
 PyConfigLet.__lt__ = lambda self, other: _compare(self, other, str.__lt__)
 PyConfigLet.__hash__ = lambda self: hash((PyConfigLet, self.GetStrValue()))
