@@ -1,6 +1,7 @@
 // Runs: what they leave in the module, how they fail, and that no text ever runs.
 #include "host/runtime/tzfilesystem.h"
 #include "host/runtime/tznoncryptographicchecksum.h"
+#include "tzparser/python/apprunnerglobalset.h"
 #include "tzparser/script/scriptprogram.h"
 
 #include "scriptsupport.h"
@@ -121,6 +122,31 @@ TEST(ScriptRun, DoesWhatTheWholeProgramDoes) {
         for (const auto* text : texts) ExpectAsWhole(script, text);
 }
 
+// Texts of the bytes that matter to a literal: those that fit it do what the whole program does,
+// the others fail, also where Python would take the program.
+TEST(ScriptRun, TextsOfQuotesAndBackslashes) {
+    LogCatcher log;
+    const std::string bytes = "'''\\\\\n\r\ta\"";
+    const auto names = ScriptNames::OfThisThread();
+    const auto rule = ScriptRule(Where);
+    unsigned state = 1;
+    for (int round = 0; round < 1000; ++round) {
+        std::string text;
+        for (unsigned left = (state >> 8) % 9; left > 0; --left) {
+            state = state * 1664525U + 1013904223U;
+            text += bytes[(state >> 16) % bytes.size()];
+        }
+        state = state * 1664525U + 1013904223U;
+        std::size_t closes = 0;
+        if (FitsRawLiteral(AsTokenized(text), closes)) {
+            ExpectAsWhole(Where, text);
+            continue;
+        }
+        EXPECT_FALSE(rule->Parse(text, 0, -1, nullptr)) << text;
+        TakeFile(DumpPath(ComposeScriptProgram(Where, names, text)));
+    }
+}
+
 // Unlike the whole program, these texts would run; they fail with an error of the library's own.
 TEST(ScriptRun, NoTextEverRuns) {
     struct {
@@ -178,6 +204,11 @@ TEST(ScriptRun, FailsWithWordsLogAndDump) {
     LogCatcher log;
     const std::string script = "ParseText = 1\ndel ParseText\n";
     const auto rule = ScriptRule(script);
+    hxJson::Value node;
+    node["script"] = script;
+    node["variabletypes"]["variabletype"]["name"] = "$old";
+    node["variabletypes"]["variabletype"]["type"] = "int";
+    ASSERT_TRUE(rule->Load(node));
     rule->GetVariablePos()["$old"];
     EXPECT_FALSE(rule->Parse("text", 0, -1, nullptr));
     const std::string words =
@@ -189,11 +220,21 @@ TEST(ScriptRun, FailsWithWordsLogAndDump) {
               "CAppParseRuleScript::InnerParseByScript 3: " +
                   words + "\n");
     EXPECT_TRUE(rule->GetVariablePos().empty());
+    EXPECT_EQ(DumpResult(*rule), "$old int\n");
     const auto program = ComposeScriptProgram(script, ScriptNames::OfThisThread(), "text");
     EXPECT_EQ(TakeFile(DumpPath(program)), program);
     rule->SetScript(Returning("{}"));
     EXPECT_TRUE(rule->Parse("text", 0, -1, nullptr));
     EXPECT_EQ(rule->GetLastError() + rule->GetPyErrorText(), "");
+}
+
+// Nothing is done with the context, but a host may set its own from then on.
+TEST(ScriptRun, TheHolderOfContextsExistsAfterARun) {
+    ASSERT_TRUE(ScriptRule(Returning("{}"))->Parse("", 0, -1, nullptr));
+    int context = 0;
+    EXPECT_TRUE(CAppRunnerGlobalSet::Instance()->SetPyFuncContext(&context));
+    ASSERT_TRUE(ScriptRule(Returning("{}"))->Parse("", 0, -1, nullptr));
+    EXPECT_EQ(CAppRunnerGlobalSet::Instance()->GetPyFuncContext(), &context);
 }
 
 // Names stay in the module, and a later script of another rule finds them.

@@ -50,8 +50,8 @@ inline std::string DumpResult(CAppParseRuleScript& rule) {
 // Takes the log while it lives; entries as `source:line function level: text`.
 class LogCatcher : public ILogger {
 public:
-    LogCatcher() { SetInstance(this); }
-    ~LogCatcher() override { SetInstance(nullptr); }
+    LogCatcher() : m_before(GetInstance()) { SetInstance(this); }
+    ~LogCatcher() override { SetInstance(m_before); }
 
     void LogStr(const char* first, const char* second, const char* file, const char* function,
                 int line, ELogLevel level, const std::string& text) override {
@@ -66,6 +66,7 @@ public:
     }
 
 private:
+    ILogger* m_before;
     std::mutex m_lock;
     std::string m_entries;
 };
