@@ -52,13 +52,17 @@ private:
     std::mutex m_lock;
     std::condition_variable m_changed;
     std::vector<TimedRun> m_runs;
+    // When the thread looks at the runs again: one that is due later needn't wake it.
+    Clock::time_point m_wakesAt = Clock::time_point::max();
     std::uint64_t m_lastNumber = 0;
     pid_t m_process = 0;  // that has the thread: a child of it has none
 };
 
-// Without a thread there is no limit: the script runs on.
+// Without a thread there is no limit: the script runs on. What a child of the process takes over
+// from its parent are runs of threads that it doesn't have.
 void ScriptWatch::StartThread() {
     if (m_process == getpid()) return;
+    m_runs.clear();
     try {
         std::thread([this] { Watch(); }).detach();
         m_process = getpid();
@@ -71,7 +75,7 @@ std::uint64_t ScriptWatch::Add(Clock::time_point due) {
     const std::lock_guard<std::mutex> lock(m_lock);
     StartThread();
     m_runs.push_back({++m_lastNumber, PyThread_get_thread_ident(), due, false});
-    m_changed.notify_one();
+    if (due < m_wakesAt) m_changed.notify_one();
     return m_lastNumber;
 }
 
@@ -79,6 +83,7 @@ bool ScriptWatch::Remove(std::uint64_t number) {
     const std::lock_guard<std::mutex> lock(m_lock);
     const auto at = std::find_if(m_runs.begin(), m_runs.end(),
                                  [number](const TimedRun& run) { return run.number == number; });
+    if (at == m_runs.end()) return false;  // begun before a fork
     const bool isInterrupted = at->isInterrupted;
     if (isInterrupted) PyThreadState_SetAsyncExc(at->thread, nullptr);
     m_runs.erase(at);
@@ -88,18 +93,17 @@ bool ScriptWatch::Remove(std::uint64_t number) {
 void ScriptWatch::Watch() {
     std::unique_lock<std::mutex> lock(m_lock);
     for (;;) {
-        if (m_runs.empty()) {
+        const auto first = std::min_element(m_runs.begin(), m_runs.end(), IsEarlier);
+        m_wakesAt = first != m_runs.end() ? first->due : Clock::time_point::max();
+        if (first == m_runs.end()) {
             m_changed.wait(lock);
-            continue;
+        } else if (Clock::now() < first->due) {
+            m_changed.wait_until(lock, m_wakesAt);
+        } else {
+            lock.unlock();
+            InterruptDue();
+            lock.lock();
         }
-        const auto due = std::min_element(m_runs.begin(), m_runs.end(), IsEarlier)->due;
-        if (Clock::now() < due) {
-            m_changed.wait_until(lock, due);
-            continue;
-        }
-        lock.unlock();
-        InterruptDue();
-        lock.lock();
     }
 }
 
