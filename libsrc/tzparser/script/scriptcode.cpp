@@ -125,6 +125,7 @@ CScriptCode::Form_e CScriptCode::FindForm() {
             if (m_script == nullptr) m_script = code.Release();
             return Form_Parts;
         }
+        if (PyErr_ExceptionMatches(PyExc_SyntaxError) == 0) return Form_Broken;
         PyErr_Clear();
     }
     const auto script = m_source.substr(0, m_source.size() - 1);
