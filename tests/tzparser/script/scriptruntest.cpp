@@ -192,6 +192,8 @@ TEST(ScriptRun, TextsThatAreNoText) {
     auto rule = ScriptRule(Where);
     EXPECT_FALSE(rule->Parse(std::string("a\0b", 3), 0, -1, nullptr));
     EXPECT_NE(rule->GetLastError().find("null bytes"), std::string::npos) << rule->GetLastError();
+    TakeFile(DumpPath(
+        ComposeScriptProgram(Where, ScriptNames::OfThisThread(), std::string_view("a\0b", 3))));
     rule = ScriptRule(Where);
     ASSERT_TRUE(
         rule->Parse("a\xFF"
