@@ -1,6 +1,6 @@
 # What the library stands on. docs/dependencies.md says why for each.
 set(Boost_NO_WARN_NEW_VERSIONS ON)
-find_package(Python3 3.7 REQUIRED COMPONENTS Interpreter Development.Embed)
+find_package(Python3 3.7 REQUIRED COMPONENTS Interpreter Development)
 set(boost_python python${Python3_VERSION_MAJOR}${Python3_VERSION_MINOR})
 find_package(Boost 1.74 REQUIRED COMPONENTS regex ${boost_python})
 find_package(RapidJSON REQUIRED)
