@@ -7,6 +7,7 @@ set(TZ_FLOORS
     host/json
     host/xml
     host/log
+    host/net
     host/store
     host/python
     tzparser/text
@@ -17,6 +18,8 @@ set(TZ_FLOORS
     tzparser/select
     tzparser/table
     tzparser/paragraph
+    tzparser/python
+    tzparser/script
     tzparser/value
     tzparser/identify
     tzparser/engine

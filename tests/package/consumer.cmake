@@ -1,6 +1,7 @@
 # Installs the build to a scratch folder, moves it, and builds and runs a foreign project against it: once
 # through the CMake package, once through pkg-config. Run with cmake -P; needs BUILD, SCRATCH, CONSUMER,
-# BUILD_TYPE, COMPILER and LIBDIR.
+# BUILD_TYPE, COMPILER and LIBDIR. The
+# Python package is imported from there too, when PYTHON_DIR says where it is below the prefix, by PYTHON.
 find_program(PKG_CONFIG pkg-config REQUIRED)
 
 function(run)
@@ -28,3 +29,8 @@ run(${SCRATCH}/consumer)
 
 # The installed program finds the library beside it.
 run(${prefix}/bin/tzparse --help)
+
+if(PYTHON_DIR)
+    run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH PYTHONPATH=${prefix}/${PYTHON_DIR}
+        ${PYTHON} ${CONSUMER}/consumer.py ${prefix})
+endif()

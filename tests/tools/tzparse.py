@@ -71,6 +71,7 @@ class TzparseTest(unittest.TestCase):
                             (["parse", sound, sound, "more"], "more"),
                             (["parse", sound, sound, "--format", "yaml"], "xml"),
                             (["parse", sound, sound, "--access", "x"], "--access"),
+                            (["parse", sound, sound, "--script-limit", "-1"], "--script-limit"),
                             (["parse", "-", "-"], "only one of"),
                             (["check", sound, "--access", "1"], "--access")]:
             with self.subTest(args=args):

@@ -82,6 +82,12 @@ CParseCommand::CParseCommand(CLI::App& app)
                      "Use N as the definition's accessType; 16 adds the built-in properties")
         ->option_text("N");
     m_command
+        ->add_option("--script-limit", m_scriptLimit,
+                     "Interrupt a script rule that runs longer than MS milliseconds; 0, the "
+                     "default, is no limit")
+        ->check(CLI::NonNegativeNumber)
+        ->option_text("MS");
+    m_command
         ->add_option("--device", m_device,
                      "Write interface names of tables in full, as the inventory has this device")
         ->option_text("ID");
@@ -106,6 +112,7 @@ ExitStatus_e CParseCommand::Run(COutputWriter& out) const {
     if (m_access && definition.isObject()) definition[AccessType] = *m_access;
     CTzParser parser;
     parser.SetParser(definition);
+    parser.SetScriptTimeLimit(m_scriptLimit);
     const auto& format = Formats().at(m_format);
     if (format.writeRules != nullptr) {
         format.writeRules(*RunRules(parser, ReadInput(m_text)), out);

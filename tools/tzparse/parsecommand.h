@@ -19,6 +19,7 @@ private:
     std::string m_text;
     std::string m_format;
     std::optional<int> m_access;
+    int m_scriptLimit = 0;
     std::string m_device;
     std::string m_tenant;
     std::string m_inventory;

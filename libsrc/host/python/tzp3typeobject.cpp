@@ -119,3 +119,7 @@ void TzP3TypeObject::SetText(const std::string& text) {
 bool TzP3TypeObject::Check(const std::string& text) const {
     return m_row.m_check(text);
 }
+
+int TzP3TypeObject::GetCode() const {
+    return m_row.m_code;
+}

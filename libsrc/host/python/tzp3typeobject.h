@@ -5,9 +5,11 @@
 #include <string>
 
 struct TzP3TypeRow;
+struct _object;
 
 // TzP3TypeObject stands for one kind of value that scripts know. It is made by the code of the
-// kind, tells whether a text is a value of that kind, and holds the text of one value.
+// kind, tells whether a text is a value of that kind, holds the text of one value and makes the
+// Python object of it.
 //
 //     const std::unique_ptr<TzP3TypeObject> type(TzP3TypeObject::CreateObj(101));
 //     type->Check("-17");      // true: 101 is a whole number
@@ -27,6 +29,9 @@ struct TzP3TypeRow;
 //
 // No text is a value of 104 (dictionary), 105 (list), 201 and 202 (the host's structures).
 //
+// Their Python objects are, in this order: PyIP, PyMac, PyPercent and PyIPv6 of the module
+// "pyapplib", str, int, float and bool.
+//
 // Results depend on the bytes of the text alone, not on the locale. Check may be called from
 // several threads at once; SetText is for one thread at a time. No operation throws but for want of
 // memory.
@@ -45,6 +50,14 @@ public:
 
     // Whether the given text, not the one held, is a value of this kind.
     virtual bool Check(const std::string& text) const;
+
+    // The Python object of the text held, a new reference. False, with a null object and no error
+    // pending, when the text is no value of the kind; addresses are read as IpLocation and
+    // MacAddress read them, and whole numbers may be of any size, both more than Check accepts. The
+    // caller holds the interpreter.
+    virtual bool GetPythonObject(_object*& object) const;
+
+    int GetCode() const;
 
 protected:
     explicit TzP3TypeObject(const TzP3TypeRow& row) : m_row(row) {}

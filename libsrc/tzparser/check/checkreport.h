@@ -59,6 +59,18 @@ enum CheckMessage_e {
     CheckMessage_ParagraphParentWithoutVariable,
     CheckMessage_ParagraphGroupSize,
     CheckMessage_ParagraphVariableUnknown,
+    // Script rules.
+    CheckMessage_NotForScript,
+    CheckMessage_ScriptWithoutFunction,
+    CheckMessage_ScriptBroken,
+    CheckMessage_ScriptNotDeclared,
+    CheckMessage_DeclarationNotJson,
+    CheckMessage_DeclarationNotArray,
+    CheckMessage_DeclaredWithoutName,
+    CheckMessage_DeclaredWithoutColumns,
+    CheckMessage_EntryIncomplete,
+    CheckMessage_ColumnUnknown,
+    CheckMessage_TableUnknown,
     // Bounds.
     CheckMessage_UnknownBound,
     CheckMessage_BoundWithoutVariable,

@@ -16,3 +16,6 @@ enum CheckShape_e {
 // there is nobody's mistake.
 bool HasShape(const hxJson::Value& value, CheckShape_e shape, CCheckReport& report,
               const std::string& path);
+
+// Whether a word is a type that a document may give a variable.
+bool IsVariableTypeWord(const std::string& word);

@@ -5,6 +5,7 @@
 #include "host/text/asciicase.h"
 #include "tzparser/check/checkshape.h"
 #include "tzparser/check/identifycheck.h"
+#include "tzparser/check/scriptcheck.h"
 #include "tzparser/engine/enginekeys.h"
 #include "tzparser/rule/appparserule.h"
 #include "tzparser/rule/rulekeys.h"
@@ -123,6 +124,10 @@ void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path)
     const int type = hxJson::Value(node[RuleKey::Type].asString()).asInt();
     if (type == RuleType_Filter) {
         CheckFilter(node, path);
+        return;
+    }
+    if (type == RuleType_Script) {
+        CScriptCheck(m_report, path).Check(node);
         return;
     }
     CheckBound(node[RuleKey::NiStart], path + "." + RuleKey::NiStart);

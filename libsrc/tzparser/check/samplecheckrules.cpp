@@ -1,5 +1,4 @@
 // What a rule node says: bounds, statements, operations.
-#include "host/text/asciicase.h"
 #include "tzparser/check/checkshape.h"
 #include "tzparser/check/samplecheck.h"
 #include "tzparser/check/statementcheck.h"
@@ -11,19 +10,8 @@
 #include "tzparser/select/filterkeys.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-// Words that a document may give a variable though the data type for them is that of a string.
-constexpr std::array<std::string_view, 4> StringWords = {"string", "mstring", "mstr", "mword"};
-
-bool IsTypeWord(const std::string& word) {
-    return CParserPatternHelper::GetDataType(word) != AppDataType_String ||
-           std::any_of(StringWords.begin(), StringWords.end(), [&word](std::string_view known) {
-               return AsciiEqualIgnoreCase(word, known);
-           });
-}
 
 std::string Element(const std::string& path, std::size_t index) {
     return path + "[" + std::to_string(index) + "]";
@@ -241,7 +229,8 @@ void CSampleCheck::CheckVariableType(const std::string& entry, const std::string
         return;
     }
     const auto word = entry.substr(colon + 1);
-    if (!IsTypeWord(word)) m_report.Add(path, CheckMessage_TypeUnknown, {word}, entry, colon + 1);
+    if (!IsVariableTypeWord(word))
+        m_report.Add(path, CheckMessage_TypeUnknown, {word}, entry, colon + 1);
 }
 
 void CSampleCheck::CheckOperations(const hxJson::Value& operations, const std::string& path) {

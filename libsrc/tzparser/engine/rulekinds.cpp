@@ -2,6 +2,7 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/rulefactory.h"
+#include "tzparser/script/appparserulescript.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/table/appparseruletable.h"
 
@@ -25,6 +26,7 @@ constexpr RuleKind RuleKinds[] = {
     {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
     {RuleType_Table, false, &Make<CAppParseRuleTable>},
     {RuleType_Paragraph, false, &Make<CAppParseRuleParagraph>},
+    {RuleType_Script, false, &Make<CAppParseRuleScript>},
 };
 
 }  // namespace

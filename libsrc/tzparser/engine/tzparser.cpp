@@ -3,7 +3,7 @@
 #include "tzparser/engine/enginekeys.h"
 #include "tzparser/engine/tzparsersample.h"
 #include "tzparser/identify/samplechooser.h"
-#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/appparserulesample.h"
 
 #include <exception>
 #include <unordered_set>
@@ -110,6 +110,8 @@ std::unique_ptr<CAppParseRule> CTzParser::MakeClone(const std::string& text,
             return nullptr;
         }
         clone.reset(sample->CloneRule());
+        if (auto* root = dynamic_cast<CAppParseRuleSample*>(clone.get()))
+            root->SetScriptTimeLimit(m_scriptTimeLimit);
     } catch (const std::exception&) {
         clone.reset();
     }

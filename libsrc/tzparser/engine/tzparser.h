@@ -32,8 +32,8 @@ class CTzParserSample;
 // hold. When there is none, the last one in "samples" serves, whether or not its conditions hold.
 //
 // Any number of threads may call Parse, Identify, GetSampleParseRuleClone and GetVariableTree at
-// once on one object, as long as none is in SetParser or SetTableRowCountLimitForHash; two parses
-// can't see each other. A value tree needs neither the parser nor the definition any more. No
+// once on one object, as long as none is in SetParser or a setter; two parses can't see each
+// other. A value tree needs neither the parser nor the definition any more. No
 // operation throws, but for want of memory.
 //
 // All values share one frozen copy of the variable tree. A host that took the tree itself by
@@ -75,6 +75,14 @@ public:
     int GetTableRowCountLimitForHash() const { return m_tableRowCountLimitForHash; }
     void SetTableRowCountLimitForHash(int limit) { m_tableRowCountLimitForHash = limit; }
 
+    // How long each script rule of a parse may run, in milliseconds; 0, which it is until it is
+    // set, and negative numbers are no limit. A script that runs longer is interrupted in the
+    // parsing thread, and its rule fails with Python's words for a TimeoutError. Time inside an
+    // operation that isn't Python's, and time that other scripts take, counts, but such an operation
+    // is interrupted only when it is over.
+    int GetScriptTimeLimit() const { return m_scriptTimeLimit; }
+    void SetScriptTimeLimit(int milliseconds) { m_scriptTimeLimit = milliseconds; }
+
 private:
     static constexpr int DefaultRowCountLimit = 5000;
 
@@ -94,6 +102,7 @@ private:
     void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddTableVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddParagraphVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    void AddOwnVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     static std::string GeneratePythonName(const std::string& name);
     static std::string WithoutDollars(const std::string& name);
     // A node that its parent doesn't have yet: inside a table a column of elements of the type,
@@ -130,5 +139,6 @@ private:
     std::shared_ptr<const CAppVariableDef> m_frozenTree;  // the same, which nobody can write
     mutable std::atomic<bool> m_isTreeHandedOut{false};
     int m_tableRowCountLimitForHash = DefaultRowCountLimit;
+    int m_scriptTimeLimit = 0;
     bool m_extendedAccess = false;
 };

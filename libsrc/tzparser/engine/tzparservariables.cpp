@@ -52,6 +52,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Filter, &CTzParser::AddFilterVariables},
         {RuleType_Table, &CTzParser::AddTableVariables},
         {RuleType_Paragraph, &CTzParser::AddParagraphVariables},
+        {RuleType_Script, &CTzParser::AddOwnVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)
@@ -91,6 +92,11 @@ void CTzParser::AddParagraphVariables(CAppParseRule& rule, CAppVariableDef& def,
     const auto& paragraph = dynamic_cast<CAppParseRuleParagraph&>(rule);
     auto& table = AddTable(def, {paragraph.GetName(), paragraph.GetKeyVars(), rule, false});
     for (const auto& child : rule.Children()) CreateVarTree(child.get(), &table, true);
+}
+
+// The kinds that name and type their variables themselves, wherever they stand.
+void CTzParser::AddOwnVariables(CAppParseRule& rule, CAppVariableDef& def, bool) const {
+    rule.AddToVariableTree(&def);
 }
 
 // As long as the name, byte for byte. A digit in front stays, and two names may come out alike.

@@ -40,6 +40,10 @@ public:
     bool Parse(const std::string& text, int startLine, int endLine,
                IAppVariableCallback* callback) override;
 
+    // How long a script below may run in a parse, in milliseconds; 0 is no limit. Not copied.
+    int GetScriptTimeLimit() const { return m_scriptTimeLimit; }
+    void SetScriptTimeLimit(int milliseconds) { m_scriptTimeLimit = milliseconds; }
+
     const std::string& GetOriginalLine(int line) const override;
     std::string GetLine(int line) const { return GetOriginalLine(line); }
     const CAppSampleLines& GetLines() const { return m_originalLines; }
@@ -100,6 +104,7 @@ private:
     CAppSampleLines m_originalLines;
     std::string m_name;
     bool m_ruleModify = false;
+    int m_scriptTimeLimit = 0;
     std::set<std::string> m_interfaceKeys;
     std::set<std::string> m_tableKeys;
 

@@ -14,6 +14,7 @@
 
 class CAppParseRule;
 class CAppVariableDef;
+struct _object;
 
 // CAppVariableValue is the result of a parse: a tree of the shape of the variable definition tree
 // in which each node holds what the rules found for that variable.
@@ -90,6 +91,18 @@ public:
     // The same for a name that begins with this node's own name.
     CAppVariableValue* GetValueByName(const std::string& name);
 
+    // The node as a Python object, a new reference: a parsing root or a table is a dict of its
+    // children by name, dollar signs included; a column a list as long as its table, with None for
+    // what is missing; any other node the object of its first let. See GetPyVariableValue for the
+    // objects of lets. The caller holds the interpreter; no error is pending afterwards.
+    _object* GetPythonObject();
+    // The Python object of the let that GetVariableValue(index) gives, a new reference, of the
+    // class that TzP3TypeObject makes for the node's type, a column's base type. None when there is
+    // no let, when it has no text (but for one that was changed from outside), when the text is no
+    // value of the type, and for types without a class: devices, interfaces, configlets, untyped
+    // values. The caller holds the interpreter.
+    _object* GetPyVariableValue(int index);
+
     // Drops the lets of this node, and of all below it when asked.
     void ClearValue(bool bChildren);
 
@@ -115,6 +128,9 @@ protected:
     // The comparison of two tables; same answers. Different numbers of columns aren't comparable.
     int CompareTableValue(CAppVariableValue* other);
 
+    // The Python object of a let, which may be null, as a value of a type; see GetPyVariableValue.
+    static _object* GetPyObjectByText(const CAppTextLet* let, AppDataType_e type);
+
     CAppVariableValue* GetChildByName(const std::string& name) const;
     // The node of a definition anywhere in the tree; null when there is none.
     CAppVariableValue* GetValueByDef(const CAppVariableDef* def) const;
@@ -138,6 +154,10 @@ private:
     void DestroyBelow() noexcept;
     CAppTextLet* GetCell(int index, std::map<std::string, std::string>& keys, bool extendTableKeys);
     void MakeDefinitionWritable();
+    AppDataType_e GetElementType() const;
+    bool IsPythonDict() const;
+    _object* MakePythonLeaf();
+    _object* MakePythonList() const;
 
     class CKeyIndex;
     struct TablePair;

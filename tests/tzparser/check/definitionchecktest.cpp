@@ -310,6 +310,68 @@ TEST(DefinitionCheck, Paragraphs) {
         EXPECT_NE(broken.find(words), std::string::npos) << broken;
 }
 
+TEST(DefinitionCheck, Scripts) {
+    const Row rows[] = {
+        {"sound",
+         R"("script":"def ParseText(t): return {}",
+            "variabletypes":{"variabletype":{"name":"$a","type":"int"}})",
+         ""},
+        {"no script", "\"a\":1",
+         "@.script: The script has no function ParseText, so every parse with it fails.\n"},
+        {"a script that doesn't compile", R"("script":"def ParseText(t):\n\treturn {\n")",
+         "@.script, line 2: The script doesn't compile, so every parse with it fails: '{' was "
+         "never closed\n"
+         "        return {\n"
+         "               ^\n"},
+        {"a declaration that is no JSON",
+         R"("script":"# Begin Declare Variable [{'name' 1}] End Declare\nParseText = dict")",
+         "@.script, declaration, line 1, column 11: This is not JSON, so nothing is declared and "
+         "all that the script returns is dropped: A colon was expected behind the name of a "
+         "member.\n"
+         "     [{\"name\" 1}] \n"
+         "              ^\n"},
+        {"a declaration of other things",
+         R"("script":"'''Begin Declare Variable {} End Declare''';ParseText = dict")",
+         "@.script, declaration: This is not an array, so nothing is declared and all that the "
+         "script returns is dropped.\n"},
+        {"what a declaration says",
+         R"("script":"'''Begin Declare Variable [{'name':'a','type':'Int'},)"
+         R"({'name':'b','type':'number'},{'type':'int'},{'name':'t','type':'table'},)"
+         R"({'name':'u','type':'table','columns':[{'type':'str'},{'name':'c','type':'list'}]}])"
+         R"( End Declare''';ParseText = dict",
+            "variabletypes":{"variabletype":[{"name":"$a","type":"int"},
+                                             {"name":"$z","type":"int"}]})",
+         "@.script, declaration[1]: \"number\" is no type word; the variable is taken for a "
+         "string.\n"
+         "@.script, declaration[2]: There is no \"name\"; the element is left out.\n"
+         "@.script, declaration[3]: The table \"t\" declares no column, so all that the script "
+         "returns for it is dropped.\n"
+         "@.script, declaration[4].columns[0]: There is no \"name\"; the element is left out.\n"
+         "@.script, declaration[4].columns[1]: \"list\" is no type word; the variable is taken for "
+         "a string.\n"
+         "@.variabletypes: The declaration inside the script doesn't have \"$z\", so it never has "
+         "a "
+         "value.\n"},
+        {"lists of the document",
+         R"("script":"ParseText = dict","nistart":{"type":2},
+            "variabletypes":{"variabletype":[{"name":"$a","type":"number"},{"name":"$b"}]},
+            "tablevariabletypes":{"tablevariabletype":{"name":"$Ifs","variabletypes":{
+                "variabletype":{"name":"$n","type":"string"},"tablecolumns":["n","$n"]}}},
+            "tablekeys":{"ifs":["n","m"]},"hashsort":{"other":true})",
+         "@.nistart: A script rule takes no bounds, no operations and no rules below it; this is "
+         "ignored.\n"
+         "@.variabletypes.variabletype[0]: \"number\" is no type word; the variable is taken for a "
+         "string.\n"
+         "@.variabletypes.variabletype[1]: A name or a type is missing; the entry is left out.\n"
+         "@.tablevariabletypes.tablevariabletype.variabletypes.tablecolumns[0]: The table has no "
+         "column \"n\"; this is ignored.\n"
+         "@.tablekeys.ifs[1]: The table has no column \"m\"; this is ignored.\n"
+         "@.hashsort: No table is called \"other\" in small letters and without \"$\"; this is "
+         "ignored.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"type":8,)", "}}}]}");
+}
+
 TEST(DefinitionCheck, Filters) {
     const Row rows[] = {
         {"sound",
