@@ -43,8 +43,8 @@ class CAppParseRuleTable;
 //
 // Filling costs what is new in a run, however many runs there were. Two things cost more: ranges
 // that don't come in the order of the text are looked at as a whole in each run, and for tables
-// three levels further down each run looks at all paragraphs that begin at a line below their
-// number, since these lines are taken for indexes.
+// three levels further down each run copies the lines of gaps that begin at a line below the number
+// of paragraphs, since these lines are taken for indexes.
 //
 // Patterns are compiled when the definition is loaded, otherwise by the first parse; clones share
 // them. One thread at a time uses a rule.
@@ -233,6 +233,10 @@ private:
         CTableFilling rows;       // of a table
         bool hasOutside = false;  // a line of a paragraph lies between two of this rule's
         std::size_t names = 0;    // how many variables it had
+        // The rows of its gaps for tables further down, but for the first paragraph, and the first
+        // paragraph that wasn't asked for them yet.
+        std::vector<int> rowsOfGaps;
+        std::size_t rowsUpTo = 0;
     };
 
     // What one run needs beside the plan; kept for the memory alone.
@@ -288,10 +292,11 @@ private:
     bool NeedsFilling();
     void FillGaps();
     void FillParagraphChild(CAppParseRuleParagraph& child, FillState& state) const;
-    void FillTablesBelow(CAppParseRuleParagraph& child, bool isFirstGap) const;
-    std::vector<int> RowsOfGaps(const std::vector<int>& lines, bool isFirstGap) const;
+    void FillTablesBelow(CAppParseRuleParagraph& child, FillState& state, bool isFirstGap) const;
+    CTableFilling::GivenRows RowsOfGaps(const std::vector<int>& lines, FillState& state,
+                                        bool isFirstGap) const;
     std::vector<int> RowsAtIndexes(const std::vector<int>& indexes) const;
-    void StoreRowsBelow(CAppParseRuleTable& table, const std::vector<int>& lines);
+    void StoreRowsBelow(CAppParseRuleTable& table, const CTableFilling::GivenRows& rows);
     void StoreAwaitedRowsBelow();
     int TakeLowestBegin();
 

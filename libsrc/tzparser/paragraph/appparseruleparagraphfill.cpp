@@ -12,6 +12,7 @@
 #include "tzparser/paragraph/gapfinder.h"
 #include "tzparser/table/appparseruletable.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -107,14 +108,19 @@ void CAppParseRuleParagraph::FillParagraphChild(CAppParseRuleParagraph& child,
         else if (auto* paragraph = AsParagraph(*grandchild))
             ForEachFilled(*paragraph, fill, NoTable);
     }
-    FillTablesBelow(child, isFirstGap);
+    if (isWhole) {
+        state.rowsOfGaps.clear();
+        state.rowsUpTo = 0;
+    }
+    FillTablesBelow(child, state, isFirstGap);
 }
 
 // Tables go by all gaps again, since their rows go.
-void CAppParseRuleParagraph::FillTablesBelow(CAppParseRuleParagraph& child, bool isFirstGap) const {
-    std::optional<std::vector<int>> rows;
+void CAppParseRuleParagraph::FillTablesBelow(CAppParseRuleParagraph& child, FillState& state,
+                                             bool isFirstGap) const {
+    std::optional<CTableFilling::GivenRows> rows;
     const auto fill = [&](CAppParseRuleParagraph& rule, CAppParseRuleTable& table) {
-        if (!rows) rows = RowsOfGaps(child.GetBeginLines(), isFirstGap);
+        if (!rows) rows = RowsOfGaps(child.GetBeginLines(), state, isFirstGap);
         rule.StoreRowsBelow(table, *rows);
     };
     for (const auto& grandchild : child.Children())
@@ -122,17 +128,33 @@ void CAppParseRuleParagraph::FillTablesBelow(CAppParseRuleParagraph& child, bool
 }
 
 // Where the rows of gaps go that are given by their lines. A gap that begins at a line behind the
-// number of paragraphs gives none, so the others come first.
-std::vector<int> CAppParseRuleParagraph::RowsOfGaps(const std::vector<int>& lines,
-                                                    bool isFirstGap) const {
+// number of paragraphs gives none, so the others come first. Only a paragraph that has an end stays
+// what it is.
+CTableFilling::GivenRows CAppParseRuleParagraph::RowsOfGaps(const std::vector<int>& lines,
+                                                            FillState& state,
+                                                            bool isFirstGap) const {
     const auto& [begins, ends] = m_ranges;
     const CGapFinder finder({begins, begins.size(), ends, ends.size()});
-    std::vector<int> indexes;
-    for (std::size_t i = 0; i < begins.size(); ++i) {
-        if (static_cast<std::size_t>(begins[i]) >= begins.size()) break;
-        if (i == 0 ? isFirstGap : !finder.HasLine(lines, i)) indexes.push_back(begins[i]);
+    const auto isIndex = [&begins = begins](std::size_t i) {
+        return i < begins.size() && static_cast<std::size_t>(begins[i]) < begins.size();
+    };
+    const auto rowOf = [&begins = begins](std::size_t i) {
+        return begins[static_cast<std::size_t>(begins[i])];
+    };
+    auto& rows = state.rowsOfGaps;
+    const auto firstNew = rows.size();
+    auto i = std::max<std::size_t>(state.rowsUpTo, 1);
+    for (; i < m_ranges.Count() && isIndex(i); ++i)
+        if (!finder.HasLine(lines, i)) rows.push_back(rowOf(i));
+    state.rowsUpTo = i;
+    CTableFilling::GivenRows given{this, {}, firstNew};
+    if (isFirstGap && isIndex(0)) {
+        given.lines.push_back(rowOf(0));
+        ++given.firstNew;
     }
-    return RowsAtIndexes(indexes);
+    given.lines.insert(given.lines.end(), rows.begin(), rows.end());
+    for (i = std::max(i, m_ranges.Count()); isIndex(i); ++i) given.lines.push_back(rowOf(i));
+    return given;
 }
 
 // The numbers are indexes of this rule's paragraphs. For tables further down they are line numbers
@@ -147,10 +169,10 @@ std::vector<int> CAppParseRuleParagraph::RowsAtIndexes(const std::vector<int>& i
 }
 
 void CAppParseRuleParagraph::StoreRowsBelow(CAppParseRuleTable& table,
-                                            const std::vector<int>& lines) {
+                                            const CTableFilling::GivenRows& rows) {
     m_fillStates.resize(Children().size());
     for (std::size_t i = 0; i < Children().size(); ++i)
-        if (Children()[i].get() == &table) m_fillStates[i].rows.StoreRows(table, *this, lines);
+        if (Children()[i].get() == &table) m_fillStates[i].rows.StoreRows(table, *this, rows);
 }
 
 void CAppParseRuleParagraph::StoreAwaitedRows() {
@@ -171,7 +193,7 @@ void CAppParseRuleParagraph::FillEmptyParagraphValue(CAppParseRuleParagraph* rul
                                                      const std::set<int>& lines) {
     if (rule == nullptr) return;
     const std::vector<int> indexes(lines.begin(), lines.end());
-    const auto rows = RowsAtIndexes(indexes);
+    const CTableFilling::GivenRows rows{nullptr, RowsAtIndexes(indexes), 0};
     ForEachFilled(
         *rule, [&](CAppParseRuleKeyWord& keyword) { keyword.StoreEmptyValues(indexes); },
         [&](CAppParseRuleParagraph& paragraph, CAppParseRuleTable& table) {

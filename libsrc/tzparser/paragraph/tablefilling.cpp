@@ -39,12 +39,14 @@ void CTableFilling::DropUndone(const CAppParseRuleTable& table) {
     if (table.AwaitsRows()) return;
     m_notes.clear();
     m_hasGapNote = false;
+    m_giver = nullptr;
 }
 
 void CTableFilling::FillGaps(CAppParseRuleTable& table, IParagraphScope& scope,
                              const std::vector<int>& begins, const std::vector<int>& ends,
                              std::size_t firstNew) {
     DropUndone(table);
+    NoteLowestRow(table);
     const CGapFinder finder({begins, begins.size(), ends, ends.size()});
     const bool overwrites = OverwritesRow(table, finder, begins, m_hasOverwritten ? 0 : firstNew);
     m_hasOverwritten = m_hasOverwritten || overwrites;
@@ -56,9 +58,10 @@ void CTableFilling::FillGaps(CAppParseRuleTable& table, IParagraphScope& scope,
 
 // Whether a gap may begin where the table has a row. Only new paragraphs and new rows can be the
 // reason: others were found before. Once a row was lost, a paragraph may have become a gap.
-bool CTableFilling::OverwritesRow(CAppParseRuleTable& table, const CGapFinder& finder,
+bool CTableFilling::OverwritesRow(const CAppParseRuleTable& table, const CGapFinder& finder,
                                   const std::vector<int>& begins, std::size_t firstNew) {
-    const auto lowest = std::lower_bound(begins.begin(), begins.end(), table.TakeLowestRow());
+    const auto lowest =
+        std::lower_bound(begins.begin(), begins.end(), std::exchange(m_lowestRow, INT_MAX));
     const auto from = std::min(firstNew, static_cast<std::size_t>(lowest - begins.begin()));
     const int lastRow = LastRow(table);
     const auto& rows = FirstColumn(table);
@@ -69,16 +72,34 @@ bool CTableFilling::OverwritesRow(CAppParseRuleTable& table, const CGapFinder& f
     return false;
 }
 
+// A giver's rows of the call before are still there, or noted, when the table hasn't run since.
 void CTableFilling::StoreRows(CAppParseRuleTable& table, IParagraphScope& scope,
-                              const std::vector<int>& lines) {
-    if (lines.empty()) return;
+                              const GivenRows& rows) {
+    if (rows.lines.empty()) return;
     DropUndone(table);
-    m_notes.push_back({lines, 0, 0, 0});
-    table.AwaitRows(scope, lines.back());
-    const bool overwrites = std::any_of(lines.begin(), lines.end(),
+    NoteLowestRow(table);
+    const auto& lines = rows.lines;
+    const auto firstNew = lines.begin() + static_cast<std::ptrdiff_t>(rows.firstNew);
+    Note note;
+    note.lines.push_back(lines.front());
+    note.lines.insert(note.lines.end(), firstNew, lines.end());
+    const auto& asked = m_haveRowsComeBack ? lines : note.lines;
+    const bool overwrites = std::any_of(asked.begin(), asked.end(),
                                         [&table](int line) { return HasText(table, line); });
     m_hasOverwritten = m_hasOverwritten || overwrites;
+    if (m_giver != rows.giver) note.lines = lines;
+    m_giver = rows.giver;
+    m_lastGiven = std::max(m_lastGiven, lines.back());
+    m_notes.push_back(std::move(note));
+    table.AwaitRows(scope, lines.back());
     if (overwrites || !table.HasAllColumns()) scope.StoreAwaitedRows();
+}
+
+// The rows of a run mostly stand behind all lines given before it.
+void CTableFilling::NoteLowestRow(CAppParseRuleTable& table) {
+    const int lowest = table.TakeLowestRow();
+    m_lowestRow = std::min(m_lowestRow, lowest);
+    m_haveRowsComeBack = m_haveRowsComeBack || lowest <= m_lastGiven;
 }
 
 void CTableFilling::StoreKept(CAppParseRuleTable& table, const std::vector<int>& begins,
@@ -86,6 +107,7 @@ void CTableFilling::StoreKept(CAppParseRuleTable& table, const std::vector<int>&
     DropUndone(table);
     table.StopAwaiting();
     m_hasGapNote = false;
+    m_giver = nullptr;
     std::optional<CGapFinder> finder;
     bool hasOutside = false;
     for (const auto& note : std::exchange(m_notes, {})) {

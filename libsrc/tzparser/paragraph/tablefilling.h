@@ -13,7 +13,7 @@ class IParagraphScope;
 //
 //     CTableFilling filling;
 //     filling.FillGaps(table, *this, ranges, firstNew);    // after each run of the paragraph
-//     filling.StoreRows(table, *this, {4, 9});             // rows that a paragraph further up
+//     filling.StoreRows(table, *this, {giver, {4, 9}, 0}); // rows that a paragraph further up
 //     gives filling.StoreKept(table, begins, ends);              // when someone wants to see them
 //
 // After each run of a paragraph all gaps so far are filled, and each run of the table that finds a
@@ -29,14 +29,21 @@ class IParagraphScope;
 // One thread at a time.
 class CTableFilling {
 public:
+    // Lines, ascending. Those before the first new one, but for the very first, are as at the call
+    // before of the same giver; 0 when that isn't so.
+    struct GivenRows {
+        const void* giver = nullptr;
+        std::vector<int> lines;
+        std::size_t firstNew = 0;
+    };
+
     // Fills the gaps among all paragraphs there are. Those before the first new one are as they
     // were at the call before; 0 when that isn't so. A note lives until the paragraphs before the
     // first new one change: call StoreKept before.
     void FillGaps(CAppParseRuleTable& table, IParagraphScope& scope, const std::vector<int>& begins,
                   const std::vector<int>& ends, std::size_t firstNew);
-    // Stores rows of empty cells at lines, ascending.
-    void StoreRows(CAppParseRuleTable& table, IParagraphScope& scope,
-                   const std::vector<int>& lines);
+    // Stores rows of empty cells that a paragraph further up gives.
+    void StoreRows(CAppParseRuleTable& table, IParagraphScope& scope, const GivenRows& rows);
     // Does what was noted. `begins` and `ends` begin with those of the last FillGaps.
     void StoreKept(CAppParseRuleTable& table, const std::vector<int>& begins,
                    const std::vector<int>& ends);
@@ -51,10 +58,15 @@ private:
     };
 
     void DropUndone(const CAppParseRuleTable& table);
-    static bool OverwritesRow(CAppParseRuleTable& table, const CGapFinder& finder,
-                              const std::vector<int>& begins, std::size_t firstNew);
+    void NoteLowestRow(CAppParseRuleTable& table);
+    bool OverwritesRow(const CAppParseRuleTable& table, const CGapFinder& finder,
+                       const std::vector<int>& begins, std::size_t firstNew);
 
     std::vector<Note> m_notes;
     bool m_hasGapNote = false;
-    bool m_hasOverwritten = false;  // a row that a run of the table had stored
+    bool m_hasOverwritten = false;    // a row that a run of the table had stored
+    const void* m_giver = nullptr;    // whose lines are all stored or noted
+    int m_lowestRow = INT_MAX;        // of the runs since the last filling of gaps
+    int m_lastGiven = INT_MIN;        // the highest line of StoreRows
+    bool m_haveRowsComeBack = false;  // a run stored rows before that line
 };

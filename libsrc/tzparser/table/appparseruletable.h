@@ -208,6 +208,12 @@ protected:
     bool OnCopyTo(CAppParseRule* target) override;
     // The expression that the whole header line has to match.
     std::string GetTableHeaderRegex() const;
+    // The lines of a range that are no rows: those that a filter below selects and those that an
+    // exclude pattern fits; of an empty text none. Replaces `lines`.
+    void GetAllFilterLines(const std::string& text, int first, int end, std::set<int>& lines);
+    // Adds the lines that an exclude pattern fits.
+    void GetAllExcludeLines(const std::string& text, int first, int end, std::set<int>& lines);
+    void RemoveEmptyRows() { m_values.RemoveEmptyRows(); }
 
 private:
     struct Plan;
@@ -263,9 +269,9 @@ private:
     int FirstLineBelow() const;
     void FindEnd(const Plan& plan);
     int FindEndLine(const Plan& plan, int from);
-    std::vector<char> IgnoredLines(const Plan& plan, const std::string& text);
-    void MarkFiltered(const std::string& text, std::vector<char>& ignored);
-    void MarkExcluded(const Plan& plan, std::vector<char>& ignored) const;
+    std::vector<char> IgnoredLines(const Plan& plan, const std::string& text, int first, int end);
+    void MarkFiltered(const std::string& text, int first, int end, std::vector<char>& ignored);
+    void MarkExcluded(const Plan& plan, int first, std::vector<char>& ignored) const;
     TableGrid Grid(const Plan& plan) const;
     void ReadRows(const Plan& plan, const std::vector<char>& ignored);
     void StoreAwaitedRows() const {

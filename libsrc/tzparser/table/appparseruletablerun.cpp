@@ -73,13 +73,13 @@ bool CAppParseRuleTable::Parse(const std::string& text, int startLine, int endLi
     if (m_layout.isHeaderFound) FindColumns(*plan, hasPlaces);
     FindEnd(*plan);
     if (m_layout.columns.empty() || m_layout.columns.size() != plan->headers.size()) return false;
-    const auto ignored = IgnoredLines(*plan, text);
+    const auto ignored = IgnoredLines(*plan, text, m_layout.firstRow, m_layout.endLine);
     m_beginLine = m_layout.headerLine;
     m_endLine = m_layout.endLine;
     if (m_layout.firstRow <= m_lastAwaited) StoreAwaitedRows();
     m_lowestRow = std::min(m_lowestRow, m_layout.firstRow);
     ReadRows(*plan, ignored);
-    m_values.RemoveEmptyRows();
+    RemoveEmptyRows();
     StopAwaiting();
     return true;
 }
@@ -164,37 +164,39 @@ int CAppParseRuleTable::FindEndLine(const Plan& plan, int from) {
 
 // A mark for each line from the first row to the end of the table; empty when there is nothing to
 // ask.
-std::vector<char> CAppParseRuleTable::IgnoredLines(const Plan& plan, const std::string& text) {
+std::vector<char> CAppParseRuleTable::IgnoredLines(const Plan& plan, const std::string& text,
+                                                   int first, int end) {
     std::vector<char> ignored;
-    const int end = std::min(m_layout.endLine, m_lineStatus.Count());
-    if (text.empty() || (IsLeaf() && plan.excludes.empty()) || m_layout.firstRow >= end)
-        return ignored;
-    ignored.resize(static_cast<std::size_t>(end - m_layout.firstRow));
-    MarkFiltered(text, ignored);
-    MarkExcluded(plan, ignored);
+    if (text.empty() || (IsLeaf() && plan.excludes.empty())) return ignored;
+    ignored.resize(
+        static_cast<std::size_t>(std::max(std::min(end, m_lineStatus.Count()) - first, 0)));
+    if (ignored.empty()) return ignored;
+    MarkFiltered(text, first, end, ignored);
+    MarkExcluded(plan, first, ignored);
     return ignored;
 }
 
 // A filter below a table selects the lines that are no rows.
-void CAppParseRuleTable::MarkFiltered(const std::string& text, std::vector<char>& ignored) {
-    const int first = m_layout.firstRow;
-    const int end = first + static_cast<int>(ignored.size());
+void CAppParseRuleTable::MarkFiltered(const std::string& text, int first, int end,
+                                      std::vector<char>& ignored) {
+    const int behind = first + static_cast<int>(ignored.size());
     for (const auto& child : Children()) {
         if (child->GetRuleType() != RuleType_Filter) continue;
-        if (!child->Parse(text, first, m_layout.endLine, nullptr)) continue;
+        if (!child->Parse(text, first, end, nullptr)) continue;
         const auto& status = child->LineStatus();
-        for (int line = status.NextOpen(first); line < end && line < status.Count();
+        for (int line = status.NextOpen(first); line < behind && line < status.Count();
              line = status.NextOpen(line + 1))
             ignored[static_cast<std::size_t>(line - first)] = 1;
     }
 }
 
 // Closed lines are looked at too.
-void CAppParseRuleTable::MarkExcluded(const Plan& plan, std::vector<char>& ignored) const {
+void CAppParseRuleTable::MarkExcluded(const Plan& plan, int first,
+                                      std::vector<char>& ignored) const {
     if (plan.excludes.empty()) return;
     CAppRegexMatch match;
     for (std::size_t i = 0; i < ignored.size(); ++i) {
-        const auto line = WrappedLineView(m_layout.firstRow + static_cast<int>(i));
+        const auto line = WrappedLineView(first + static_cast<int>(i));
         if (line.empty() || ignored[i] != 0) continue;
         const bool fits =
             std::any_of(plan.excludes.begin(), plan.excludes.end(), [&](const auto& expression) {
@@ -202,6 +204,25 @@ void CAppParseRuleTable::MarkExcluded(const Plan& plan, std::vector<char>& ignor
             });
         if (fits) ignored[i] = 1;
     }
+}
+
+void CAppParseRuleTable::GetAllFilterLines(const std::string& text, int first, int end,
+                                           std::set<int>& lines) {
+    lines.clear();
+    first = std::max(first, 0);
+    const auto ignored = IgnoredLines(*PlanOfRun(), text, first, end);
+    for (std::size_t i = 0; i < ignored.size(); ++i)
+        if (ignored[i] != 0) lines.insert(lines.end(), first + static_cast<int>(i));
+}
+
+void CAppParseRuleTable::GetAllExcludeLines(const std::string&, int first, int end,
+                                            std::set<int>& lines) {
+    first = std::max(first, 0);
+    std::vector<char> ignored(
+        static_cast<std::size_t>(std::max(std::min(end, m_lineStatus.Count()) - first, 0)));
+    MarkExcluded(*PlanOfRun(), first, ignored);
+    for (std::size_t i = 0; i < ignored.size(); ++i)
+        if (ignored[i] != 0) lines.insert(first + static_cast<int>(i));
 }
 
 TableGrid CAppParseRuleTable::Grid(const Plan& plan) const {

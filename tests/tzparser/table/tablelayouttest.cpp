@@ -300,4 +300,29 @@ TEST(TableLayout, BrokenEndConditionsAreNoted) {
     EXPECT_EQ(count, 3);
 }
 
+class CAskedTable : public CAppParseRuleTable {
+public:
+    using CAppParseRuleTable::CAppParseRuleTable;
+    using CAppParseRuleTable::GetAllExcludeLines;
+    using CAppParseRuleTable::GetAllFilterLines;
+};
+
+TEST(TableLayout, TellsTheLinesThatAreNoRows) {
+    CAppParseRuleSample sample("");
+    auto* rule = new CAskedTable(&sample);
+    sample.AddChildRule(rule);
+    rule->Load(ParseJson(TableNode(
+        R"("enableexcludelines":true,"excludelines":{"excludeline":["#"]},
+           "child":{"parserule":[{"type":1,"filterloop":true,"includelines":{"includeline":["q"]}}]})")));
+    const std::string text = "AA  BB  CC\n#   b\nq   b\na   b\n#   q";
+    EXPECT_TRUE(sample.Parse(text, 0, -1, nullptr));
+    std::set<int> lines = {9};
+    rule->GetAllFilterLines(text, 1, 4, lines);
+    EXPECT_EQ(lines, (std::set<int>{1, 2}));
+    rule->GetAllExcludeLines(text, -5, 100, lines);
+    EXPECT_EQ(lines, (std::set<int>{1, 2, 4}));
+    rule->GetAllFilterLines("", 1, 4, lines);
+    EXPECT_TRUE(lines.empty());
+}
+
 }  // namespace
