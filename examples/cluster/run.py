@@ -29,6 +29,10 @@ from distributed import Client, Future, LocalCluster, as_completed
 from batchwork import Line, Named, failed_line, parse_batch
 
 
+BATCH_BYTES = 1 << 20  # a batch ends with the text that reaches it
+BATCHES_A_WORKER = 16  # on their way at once: it takes some milliseconds to hand out the next
+
+
 def read_text(path: Path) -> bytes | str:
     try:
         return path.read_bytes()
@@ -37,9 +41,18 @@ def read_text(path: Path) -> bytes | str:
 
 
 def batches_of(folder: Path, names: list[str], size: int) -> Iterator[Named]:
-    """The files with their texts, some at a time; they are read when their turn comes."""
-    for begin in range(0, len(names), size):
-        yield [(name, read_text(folder / name)) for name in names[begin : begin + size]]
+    """The files with their texts, so many at a time, fewer of large ones; read when it's their turn."""
+    batch: Named = []
+    room = BATCH_BYTES
+    for name in names:
+        text = read_text(folder / name)
+        batch.append((name, text))
+        room -= len(text)
+        if len(batch) == size or room <= 0:
+            yield batch
+            batch, room = [], BATCH_BYTES
+    if batch:
+        yield batch
 
 
 class Progress:
@@ -80,7 +93,7 @@ class Run:
         client.upload_file(str(Path(__file__).with_name("batchwork.py")))
         self._parser = client.scatter(parser, broadcast=True)  # loaded once a worker
         self._batches = enumerate(batches)
-        self._window = 4 * max(1, sum(client.nthreads().values()))
+        self._window = BATCHES_A_WORKER * max(1, sum(client.nthreads().values()))
         self._batch_of: dict[Future, tuple[int, list[str]]] = {}
         self._finished: dict[int, list[Line]] = {}
         self._next = 0  # the number of the first batch that isn't written
@@ -179,7 +192,7 @@ def read_arguments() -> argparse.Namespace:
     words.add_argument("folder", type=Path, metavar="FOLDER", help="the outputs, a file each")
     words.add_argument("--workers", type=positive, default=os.cpu_count(), help="processes to start")
     words.add_argument("--out", type=Path, metavar="FILE", help="for the lines; else standard output")
-    words.add_argument("--batch", type=positive, default=64, help="texts a task (64)")
+    words.add_argument("--batch", type=positive, default=256, help="texts a task (256)")
     words.add_argument("--scheduler", metavar="ADDRESS", help="of a cluster that runs already")
     words.add_argument("--script-limit", type=float, metavar="SECONDS", help="for each script rule")
     arguments: argparse.Namespace = words.parse_args()
