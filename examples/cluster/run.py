@@ -23,10 +23,15 @@ from collections.abc import Iterator
 from pathlib import Path
 from typing import IO, Any
 
+import dask.config
 import tzparser
 from distributed import Client, Future, LocalCluster, as_completed
 
 from batchwork import Line, Named, failed_line, parse_batch
+
+
+BATCH_BYTES = 1 << 20  # a batch ends with the text that reaches it
+BATCHES_A_WORKER = 16  # on their way at once: it takes some milliseconds to hand out the next
 
 
 def read_text(path: Path) -> bytes | str:
@@ -37,9 +42,18 @@ def read_text(path: Path) -> bytes | str:
 
 
 def batches_of(folder: Path, names: list[str], size: int) -> Iterator[Named]:
-    """The files with their texts, some at a time; they are read when their turn comes."""
-    for begin in range(0, len(names), size):
-        yield [(name, read_text(folder / name)) for name in names[begin : begin + size]]
+    """The files with their texts, so many at a time, fewer of large ones; read when it's their turn."""
+    batch: Named = []
+    room = BATCH_BYTES
+    for name in names:
+        text = read_text(folder / name)
+        batch.append((name, text))
+        room -= len(text)
+        if len(batch) == size or room <= 0:
+            yield batch
+            batch, room = [], BATCH_BYTES
+    if batch:
+        yield batch
 
 
 class Progress:
@@ -78,41 +92,57 @@ class Run:
     def __init__(self, client: Client, parser: tzparser.Parser, batches: Iterator[Named]) -> None:
         self._client = client
         client.upload_file(str(Path(__file__).with_name("batchwork.py")))
-        self._parser = client.scatter(parser, broadcast=True)  # loaded once a worker
+        self._parser = parser  # goes with each task, and is loaded once a worker
         self._batches = enumerate(batches)
-        self._window = 4 * max(1, sum(client.nthreads().values()))
-        self._batch_of: dict[Future, tuple[int, list[str]]] = {}
+        self._window = BATCHES_A_WORKER * max(1, sum(client.nthreads().values()))
+        self._running: dict[Future, tuple[int, Named]] = {}
+        self._suspects: dict[int, Named] = {}  # batches over which a worker died
         self._finished: dict[int, list[Line]] = {}
         self._next = 0  # the number of the first batch that isn't written
 
     def lines(self) -> Iterator[list[Line]]:
         """The lines of each batch, in the order of the batches."""
-        running = as_completed()
-        self._submit(running)
-        for future in running:
-            number, names = self._batch_of.pop(future)
-            self._finished[number] = self._lines_of(future, names)
+        completed = as_completed()
+        self._submit_some(completed)
+        while self._running or self._suspects:
+            if self._running:
+                self._take(next(completed))
+            else:
+                self._try_suspect()
             while self._next in self._finished:
                 yield self._finished.pop(self._next)
                 self._next += 1
-            self._submit(running)
+            self._submit_some(completed)
 
-    def _submit(self, running: as_completed) -> None:
-        while len(self._batch_of) + len(self._finished) < self._window:
+    def _submit_some(self, completed: as_completed) -> None:
+        while len(self._running) + len(self._suspects) + len(self._finished) < self._window:
             number, batch = next(self._batches, (0, None))
             if batch is None:
                 return
-            future = self._client.submit(parse_batch, self._parser, batch, pure=False)
-            self._batch_of[future] = number, [name for name, _ in batch]
-            running.add(future)
+            future = self._submit(batch)
+            self._running[future] = number, batch
+            completed.add(future)
 
-    @staticmethod
-    def _lines_of(future: Future, names: list[str]) -> list[Line]:
-        """What the worker gave; when it died over the batch, that is the reason for each text."""
+    def _submit(self, batch: Named) -> Future:
+        return self._client.submit(parse_batch, self._parser, batch, pure=False)
+
+    def _take(self, future: Future) -> None:
+        number, batch = self._running.pop(future)
         if future.status == "finished":
-            lines: list[Line] = future.result()
-            return lines
-        return [failed_line(name, f"the batch failed: {future.exception()!r}") for name in names]
+            self._finished[number] = future.result()
+        else:
+            self._suspects[number] = batch
+
+    def _try_suspect(self) -> None:
+        """Tries the first suspect again with nothing beside it, so that no other batch suffers."""
+        number = min(self._suspects)
+        batch = self._suspects.pop(number)
+        future = self._submit(batch)
+        try:
+            self._finished[number] = future.result()
+        except Exception as error:  # whatever it is, it is about these texts
+            reason = f"the batch failed: {error!r}"
+            self._finished[number] = [failed_line(name, reason) for name, _ in batch]
 
 
 @contextlib.contextmanager
@@ -122,6 +152,7 @@ def cluster_client(scheduler: str | None, workers: int) -> Iterator[Client]:
         with Client(scheduler) as client:
             yield client
         return
+    dask.config.set({"distributed.scheduler.allowed-failures": 1})
     with tempfile.TemporaryDirectory() as scratch, LocalCluster(
         n_workers=workers,
         threads_per_worker=1,
@@ -179,7 +210,7 @@ def read_arguments() -> argparse.Namespace:
     words.add_argument("folder", type=Path, metavar="FOLDER", help="the outputs, a file each")
     words.add_argument("--workers", type=positive, default=os.cpu_count(), help="processes to start")
     words.add_argument("--out", type=Path, metavar="FILE", help="for the lines; else standard output")
-    words.add_argument("--batch", type=positive, default=64, help="texts a task (64)")
+    words.add_argument("--batch", type=positive, default=256, help="texts a task (256)")
     words.add_argument("--scheduler", metavar="ADDRESS", help="of a cluster that runs already")
     words.add_argument("--script-limit", type=float, metavar="SECONDS", help="for each script rule")
     arguments: argparse.Namespace = words.parse_args()
