@@ -78,8 +78,8 @@ public:
     // How long each script rule of a parse may run, in milliseconds; 0, which it is until it is
     // set, and negative numbers are no limit. A script that runs longer is interrupted in the
     // parsing thread, and its rule fails with Python's words for a TimeoutError. Time inside an
-    // operation that isn't Python's, and time that other scripts take, counts, but such an operation
-    // is interrupted only when it is over.
+    // operation that isn't Python's, and time that other scripts take, counts, but such an
+    // operation is interrupted only when it is over.
     int GetScriptTimeLimit() const { return m_scriptTimeLimit; }
     void SetScriptTimeLimit(int milliseconds) { m_scriptTimeLimit = milliseconds; }
 
