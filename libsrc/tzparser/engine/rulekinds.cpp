@@ -1,5 +1,7 @@
 // The table of rule kinds: the one place that knows them all.
 #include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/keyword/appparserulekeywordping.h"
+#include "tzparser/keyword/appparserulekeywordtracert.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/script/appparserulescript.h"
@@ -26,6 +28,8 @@ constexpr RuleKind RuleKinds[] = {
     {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
     {RuleType_Table, false, &Make<CAppParseRuleTable>},
     {RuleType_Paragraph, false, &Make<CAppParseRuleParagraph>},
+    {RuleType_Ping, false, &Make<CAppParseRuleKeyWordPing>},
+    {RuleType_TraceRoute, false, &Make<CAppParseRuleKeyWordTraceRT>},
     {RuleType_Script, false, &Make<CAppParseRuleScript>},
 };
 

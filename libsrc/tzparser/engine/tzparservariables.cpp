@@ -52,6 +52,8 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Filter, &CTzParser::AddFilterVariables},
         {RuleType_Table, &CTzParser::AddTableVariables},
         {RuleType_Paragraph, &CTzParser::AddParagraphVariables},
+        {RuleType_Ping, &CTzParser::AddKeyWordVariables},
+        {RuleType_TraceRoute, &CTzParser::AddKeyWordVariables},
         {RuleType_Script, &CTzParser::AddOwnVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);

@@ -123,8 +123,23 @@ public:
     void GetAllVarLineNums(std::set<int>& varLines, std::set<int>& extendLines) const override;
 
 protected:
-    // For the built-in forms, which are keyword rules with another number.
+    // The lines of a built-in form, see below.
+    class CBuiltInLines;
+
+    // For the built-in forms, which are keyword rules with another number and lines of their own.
     CAppParseRuleKeyWord(RuleType ruleType, CAppParseRule* parent);
+    CAppParseRuleKeyWord(RuleType ruleType, CAppParseRule* parent, const CBuiltInLines& lines);
+
+    // Forgets definition and values as Reset does, and takes over the lines.
+    void Install(const CBuiltInLines& lines);
+    // The part of a parse behind its bounds: reads the range that OnBeginParse settled.
+    void ParseRange();
+    void ClearVariable(const std::string& name) { m_values.Column(name).Clear(); }
+    // Stores a value that stands nowhere in the text, under line 0 with positions of 0.
+    void StoreComputed(const std::string& name, std::string text);
+    // The same for the outcome of a built-in form: "True" or "False", as the result of the lines.
+    void StoreResult(const CBuiltInLines& lines, bool result);
+    void SetVariableType(const std::string& name, const std::string& type);
 
     bool LoadParseRule(const hxJson::Value& node) override;
     bool SaveParseRule(hxJson::Value& node) override;
@@ -250,4 +265,23 @@ private:
     // Of the run going on; kept for the memory alone.
     std::vector<char> m_missing;  // by slot: no value found yet
     std::optional<CAppRegexMatch> m_match;
+};
+
+// The lines of a built-in form, made once and shared by all rules that take them over, on any
+// thread. Immutable.
+class CAppParseRuleKeyWord::CBuiltInLines {
+public:
+    using Texts = std::vector<std::string>;
+
+    // Lines that a definition shows until a parse installs others; nothing is compiled.
+    CBuiltInLines(Texts kvps, std::string statement, std::map<std::string, std::string> types);
+    // Lines for a parse, compiled. `result` is the variable that the form computes of them.
+    CBuiltInLines(const Texts& kvps, const std::string& statement, std::string result);
+
+private:
+    friend class CAppParseRuleKeyWord;
+
+    CCopyOnWrite<Definition> m_definition;
+    CCopyOnWrite<Definition> m_withResult;  // the same, and the type of the result
+    std::string m_result;
 };

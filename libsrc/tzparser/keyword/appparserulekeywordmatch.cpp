@@ -22,12 +22,16 @@
 bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
                                  IAppVariableCallback*) {
     if (!OnBeginParse(startLine, endLine)) return false;
+    ParseRange();
+    return true;
+}
+
+void CAppParseRuleKeyWord::ParseRange() {
     const auto* parent = GetParentRule();
     if (parent != nullptr && parent->GetRuleType() != RuleType_Paragraph) m_values.Clear();
     ExecuteSearchReplace(GetNIStartLine(), GetNIEndLine());
     ParseKeywordVariable(GetNIStartLine(), GetNIEndLine());
     ParseMlineVariables(GetNIStartLine(), GetNIEndLine());
-    return true;
 }
 
 bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {

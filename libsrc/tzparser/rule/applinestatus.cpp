@@ -37,6 +37,12 @@ int CAppLineStatus::NextOpen(int line) const {
     return m_count;
 }
 
+int CAppLineStatus::PreviousOpen(int line) const {
+    for (line = std::min(line, m_high - 1); line >= m_low; --line)
+        if (IsOpen(line)) return line;
+    return -1;
+}
+
 void CAppLineStatus::Close(int first, int last) {
     first = std::max(first, m_low);
     last = std::min(last, m_high);

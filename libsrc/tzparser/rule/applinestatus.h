@@ -42,6 +42,8 @@ public:
     }
     // The first open line at or behind a line; Count() when there is none.
     int NextOpen(int line) const;
+    // The last open line at or in front of a line; -1 when there is none.
+    int PreviousOpen(int line) const;
     bool HasOpen() const { return NextOpen(0) < m_count; }
 
     void Close(int first, int last);

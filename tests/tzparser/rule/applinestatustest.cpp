@@ -72,6 +72,9 @@ TEST(AppLineStatus, AgreesWithOneBitALine) {
             }
             ASSERT_EQ(status.ToBits(), plain) << "round " << round << " step " << step;
             ASSERT_EQ(status.HasOpen(), plain.any());
+            int previous = std::min(first, count - 1);
+            while (previous >= 0 && !plain[static_cast<std::size_t>(previous)]) --previous;
+            ASSERT_EQ(status.PreviousOpen(first), std::max(previous, -1)) << first;
         }
     }
 }
