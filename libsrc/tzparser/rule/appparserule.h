@@ -5,12 +5,14 @@
 #include "tzparser/pattern/appregex.h"
 #include "tzparser/rule/applinestatus.h"
 #include "tzparser/rule/nigroupinfo.h"
+#include "tzparser/rule/rulefactory.h"
 #include "tzparser/rule/searchreplaceoperation.h"
 #include "tzparser/text/apptextlet.h"
 #include "tzparser/text/lumoserializable.h"
 #include "tzparser/variable/appdatatype.h"
 
 #include <cstddef>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <set>
@@ -109,6 +111,14 @@ public:
     virtual AppLineStatus& GetLineStatus();
     // The same as rules ask each other for it, without making a bit a line.
     virtual const CAppLineStatus& LineStatus();
+    // Reads the rule from the element that the document's cursor stands in. What has no element
+    // keeps its value; children are added to those there are. The base reads the children and is
+    // always true.
+    virtual bool LoadFromXml(CMarkup& xml);
+    // Adds the rule at the document's cursor, with its own element around it; the base adds the
+    // children alone. False when a part is left out, since the document would be too deep. The
+    // cursor's level stays in both.
+    virtual bool SaveToXml(CMarkup& xml);
     // Copies of the values found for a variable, in line order; empty when there are none. The base
     // asks the children in order for the first answer that isn't empty.
     virtual std::vector<CAppTextLet> GetVariableValue(const std::string& name);
@@ -263,6 +273,11 @@ protected:
     // Makes the child rules of a "child" object; false when it holds none that can be made.
     bool FillChildNode(const hxJson::Value& child);
     bool SaveChildNode(hxJson::Value& child);
+    // Adds the rules of the "parserule" elements on the level of a document; an element of a kind
+    // that isn't among `known` is skipped, as are rules deeper than 333 below the root.
+    void FillFromXml(CMarkup& xml, std::initializer_list<RuleType> known);
+    // Adds the children to the level; false when a part is left out.
+    bool SaveChildrenToXml(CMarkup& xml);
 
     // The compiled expression of a pattern, one object for a whole tree, kept by its root; null
     // when it doesn't compile. The pattern text alone is the key, the flags play no part.
@@ -285,6 +300,9 @@ private:
     };
 
     bool AddRuleOfNode(const hxJson::Value& node, bool isFirst, bool isArray);
+    // The child that a node of a document fills: a new one, or the default keyword rule for a
+    // keyword in the first place. Null for a kind that isn't known in this form.
+    CAppParseRule* AddRuleOfType(int type, bool isFirst, RuleNodeForm_e form);
     void LoadBounds(const hxJson::Value& node);
     void CopyOwnFieldsTo(CAppParseRule& target) const;
     std::shared_ptr<const CAppRegex> FindCachedRegex(const std::string& pattern) const;

@@ -64,16 +64,20 @@ bool CAppParseRule::FillChildNode(const hxJson::Value& child) {
 
 bool CAppParseRule::AddRuleOfNode(const hxJson::Value& node, bool isFirst, bool isArray) {
     const int type = LeadingNumber(node[RuleKey::Type].asString());
-    if (type == RuleType_KeyWord && isFirst && HasDefaultChild(m_ruleType) && !m_children.empty()) {
-        m_children.front()->Load(node);
-        return true;
-    }
-    auto rule = MakeRule(type, isArray ? RuleNodeForm_Array : RuleNodeForm_Object, this);
-    if (!rule) return false;
+    auto* rule = AddRuleOfType(type, isFirst, isArray ? RuleNodeForm_Array : RuleNodeForm_Object);
+    if (rule == nullptr) return false;
+    rule->Load(node);
+    return true;
+}
+
+CAppParseRule* CAppParseRule::AddRuleOfType(int type, bool isFirst, RuleNodeForm_e form) {
+    if (type == RuleType_KeyWord && isFirst && HasDefaultChild(m_ruleType) && !m_children.empty())
+        return m_children.front().get();
+    auto rule = MakeRule(type, form, this);
+    if (!rule) return nullptr;
     auto* added = rule.get();
     AddChildRule(rule.release());
-    added->Load(node);
-    return true;
+    return added;
 }
 
 bool CAppParseRule::Save(hxJson::Value& node) {

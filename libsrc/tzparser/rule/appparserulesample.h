@@ -72,6 +72,12 @@ public:
     // Writes the rule document. Interface keys go inside it, while Load takes them from beside it,
     // so a document saved and loaded again loses them unless the caller moves them.
     bool Save(hxJson::Value& json) override;
+    // Reads the "parserules" element on the level of the cursor, in place of the children there
+    // are; false, with nothing changed, when there is none. Interface keys are taken from inside it
+    // and kept with the sample, not handed to the tables; keys from earlier loads stay.
+    bool LoadFromXml(CMarkup& xml) override;
+    // Adds "parserules" and, beside it, the interface keys.
+    bool SaveToXml(CMarkup& xml) override;
 
     bool AddToVariableTree(CAppVariableDef* def) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
@@ -98,6 +104,7 @@ protected:
 private:
     void SetChildTableKey(const std::set<std::string>& keys, bool interfaceKeys);
     void LoadKeys(const hxJson::Value& json);
+    std::string JoinedInterfaceKeys() const;
     bool RunChildren(const std::string& text, int startLine, int endLine,
                      IAppVariableCallback* callback);
 

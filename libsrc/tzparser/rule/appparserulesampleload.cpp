@@ -83,8 +83,12 @@ void CAppParseRuleSample::SetChildTableKey(const std::set<std::string>& keys, bo
 bool CAppParseRuleSample::Save(hxJson::Value& json) {
     auto& rules = json[RuleKey::ParseRules];
     SaveChildNode(rules);
+    rules[RuleKey::Variables][RuleKey::VariablesInterfaceKeys] = JoinedInterfaceKeys();
+    return true;
+}
+
+std::string CAppParseRuleSample::JoinedInterfaceKeys() const {
     std::string joined;
     for (const auto& key : m_interfaceKeys) joined += (joined.empty() ? "" : ",") + key;
-    rules[RuleKey::Variables][RuleKey::VariablesInterfaceKeys] = joined;
-    return true;
+    return joined;
 }

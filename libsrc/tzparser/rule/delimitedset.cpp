@@ -1,8 +1,11 @@
 #include "tzparser/rule/delimitedset.h"
 
 #include "host/text/stlhelper.h"
+#include "tzparser/text/appstrutil.h"
 
 namespace {
+
+constexpr const char* ListSeparator = ";";
 
 void InsertPiece(std::set<std::string>& pieces, const std::string& piece) {
     auto trimmed = StlHelper::trump(piece);
@@ -26,4 +29,12 @@ std::set<std::string> SplitDelimitedSet(std::string_view text, char delimiter, c
     }
     InsertPiece(pieces, piece);
     return pieces;
+}
+
+void InsertPieces(const std::string& text, std::set<std::string>& pieces) {
+    pieces.merge(AppStrUtil::StrSplitToSet(text, ListSeparator, false));
+}
+
+std::string JoinPieces(const std::set<std::string>& pieces) {
+    return AppStrUtil::StrJoin({pieces.begin(), pieces.end()}, ListSeparator);
 }

@@ -11,3 +11,8 @@
 // escape character goes. An escape of NUL means that there is none.
 TZPARSER_API std::set<std::string> SplitDelimitedSet(std::string_view text, char delimiter,
                                                      char escape);
+
+// The lists of names in rule documents, with ";" between the names. Adds every piece of the text as
+// it stands, empty ones too; an empty text has none.
+TZPARSER_API void InsertPieces(const std::string& text, std::set<std::string>& pieces);
+TZPARSER_API std::string JoinPieces(const std::set<std::string>& pieces);

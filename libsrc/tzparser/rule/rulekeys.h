@@ -33,6 +33,10 @@ constexpr const char* VariablesInterfaceKeys = "interfacekeys";
 constexpr const char* TableKeys = "tableKeys";
 constexpr const char* InterfaceKeys = "interfaceKeys";
 
+// The hash settings of tables and paragraphs in the XML form, where keys aren't lowered.
+constexpr const char* XmlHashColumns = "hashColumns";
+constexpr const char* XmlHashSort = "hashSort";
+
 }  // namespace RuleKey
 
 // The keys of parse result documents.
