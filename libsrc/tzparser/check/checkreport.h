@@ -50,6 +50,12 @@ enum CheckMessage_e {
     CheckMessage_TableRangeCount,
     CheckMessage_TableEndBroken,
     CheckMessage_TableExcludeBroken,
+    // Text rules.
+    CheckMessage_TextWithoutName,
+    CheckMessage_TextWithoutLines,
+    CheckMessage_TextOverLines,
+    CheckMessage_TextWithOperations,
+    CheckMessage_BelowText,
     // Paragraphs.
     CheckMessage_ParagraphNever,
     CheckMessage_ParagraphStartBroken,

@@ -132,6 +132,10 @@ void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path)
     }
     CheckBound(node[RuleKey::NiStart], path + "." + RuleKey::NiStart);
     CheckBound(node[RuleKey::NiEnd], path + "." + RuleKey::NiEnd);
+    if (type == RuleType_Text) {
+        CheckTextRule(node, path);
+        return;
+    }
     const auto operationsPath = path + "." + RuleKey::Operations;
     if (HasShape(node[RuleKey::Operations], CheckShape_Array, m_report, operationsPath))
         CheckOperations(node[RuleKey::Operations], operationsPath);

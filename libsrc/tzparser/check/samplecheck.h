@@ -64,6 +64,7 @@ private:
     void CheckFilter(const hxJson::Value& node, const std::string& path);
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);
+    void CheckTextRule(const hxJson::Value& node, const std::string& path);
     void CheckTable(const hxJson::Value& node, const std::string& path);
     void CheckTableVariables(const hxJson::Value& node, CAppParseRuleTable& table,
                              const std::string& path);

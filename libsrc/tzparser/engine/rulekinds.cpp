@@ -6,6 +6,7 @@
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/script/appparserulescript.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
 
 namespace {
@@ -31,6 +32,7 @@ constexpr RuleKind RuleKinds[] = {
     {RuleType_Ping, false, &Make<CAppParseRuleKeyWordPing>},
     {RuleType_TraceRoute, false, &Make<CAppParseRuleKeyWordTraceRT>},
     {RuleType_Script, false, &Make<CAppParseRuleScript>},
+    {RuleType_Text, true, &Make<CAppParseRuleText>},
 };
 
 }  // namespace

@@ -55,6 +55,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Ping, &CTzParser::AddKeyWordVariables},
         {RuleType_TraceRoute, &CTzParser::AddKeyWordVariables},
         {RuleType_Script, &CTzParser::AddOwnVariables},
+        {RuleType_Text, &CTzParser::AddOwnVariables},
     };
     rule->SetSaveExBuiltInInfo(m_extendedAccess);
     for (const auto& kind : kinds)

@@ -4,6 +4,7 @@
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/appparserulesample.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
 
 namespace {
@@ -22,6 +23,11 @@ std::string NameOfFilter(const CAppParseRule& rule) {
     return filter != nullptr ? filter->GetName() : std::string();
 }
 
+std::string NameOfText(const CAppParseRule& rule) {
+    const auto* text = dynamic_cast<const CAppParseRuleText*>(&rule);
+    return text != nullptr ? text->GetName() : std::string();
+}
+
 std::string NameOfTable(const CAppParseRule& rule) {
     const auto* table = dynamic_cast<const CAppParseRuleTable*>(&rule);
     return table != nullptr ? table->GetName() : std::string();
@@ -38,6 +44,7 @@ const KindRow Kinds[] = {
     {RuleType_Paragraph, {"paragraph", &ExplainParagraph, &NameOfParagraph}},
     {RuleType_Table, {"table", &ExplainTable, &NameOfTable}},
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfFilter}},
+    {RuleType_Text, {"text", &ExplainText, &NameOfText}},
 };
 
 const KindExplainer OtherKind = {"rule", &ExplainBoundsAlone, &NoName};

@@ -65,11 +65,11 @@ void CAppParseRuleFilter::ClearVariablePosition() {
 
 bool CAppParseRuleFilter::SaveResultAsJson(hxJson::Value& node) {
     auto& result = node[ResultKey::ParseResult];
-    result[FilterKey::ParserName] = m_definition->name;
+    result[ResultKey::ParserName] = m_definition->name;
     result[ResultKey::ParserType] = static_cast<int>(GetRuleType());
     result[ResultKey::ValueType] = CAppDataTypeHelper::GetDataTypeStr(
         m_definition->asConfiglet ? AppDataType_ConfigLet : AppDataType_String);
-    auto& lines = result[FilterKey::Lines];
+    auto& lines = result[ResultKey::Lines];
     if (IsUseMultiLineStatus() && !m_multiLineStatus.empty()) {
         lines = hxJson::Value(hxJson::arrayValue, false);
         for (const auto& status : m_multiLineStatus)
@@ -86,7 +86,7 @@ void CAppParseRuleFilter::SaveResultAsXML(CMarkup& xml) {
     xml.IntoElem();
     xml.AddElem(FilterKey::Name, m_definition->name);
     xml.AddElem(FilterKey::XmlType, static_cast<int>(GetRuleType()));
-    xml.AddElem(FilterKey::Lines);
+    xml.AddElem(ResultKey::Lines);
     xml.IntoElem();
     ForEachOpenLine(LineStatus(), [&xml](int line) { xml.AddElem(FilterKey::XmlLine, line); });
     xml.OutOfElem();

@@ -17,10 +17,6 @@ constexpr const char* ExcludeEndLine = "excludeendline";
 constexpr const char* ExcludeBeginLine = "excludebeginline";
 constexpr const char* AsConfiglet = "asconfiglet";
 
-// Results.
-constexpr const char* ParserName = "parserName";
-constexpr const char* Lines = "lines";
-
 // Results in the XML form alone.
 constexpr const char* XmlParseResult = "parseresult";
 constexpr const char* XmlType = "type";

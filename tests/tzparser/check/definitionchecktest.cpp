@@ -411,6 +411,33 @@ TEST(DefinitionCheck, Filters) {
 }
 
 // Raw strings hold JSON: a backslash of an expression stands twice.
+TEST(DefinitionCheck, TextRules) {
+    const Row rows[] = {
+        {"sound",
+         R"("name":"t","nistart":{"type":2,"pattern":"a"},"lines":[{"row":1,"text":" a"},{}])", ""},
+        {"nothing to find", "\"child\":{\"parserule\":[]}",
+         "@[0]: There is no name, so nobody can ask for the lines that the rule finds.\n"
+         "@[0].child: Rules below a text rule never run.\n"
+         "@[0]: There are no lines to look for, so the rule finds nothing.\n"},
+        {"shapes", R"("name":"t","lines":{"row":1,"text":"a"})",
+         "@[0].lines: This is not an array and is ignored.\n"
+         "@[0]: There are no lines to look for, so the rule finds nothing.\n"},
+        {"lines that are never found",
+         R"("name":"t","operations":[{}],"niend":{"type":3},"lines":["a",{"text":"a\nb"}])",
+         "@[0].niend: No bound has the type 3, so the rule never runs.\n"
+         "@[0].operations: A text rule takes no operations; this is ignored.\n"
+         "@[0].lines[0]: This is not an object and is ignored.\n"
+         "@[0].lines[1].text: No line of a text holds a line end, so this is never found.\n"
+         "    a?b\n"
+         "     ^\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":[{"type":15,)", "}]}}]}");
+    EXPECT_EQ(Found(R"({"samples":[{"parserRules":{"parserule":{"type":15,"name":"t"}}}]})"),
+              "samples[0].parserRules.parserule: A rule of type 15 works in an array only; by "
+              "itself it is left out.\n"
+              "samples[0]: The sample has no rule, so every parse with it fails.\n");
+}
+
 TEST(DefinitionCheck, Statements) {
     const Row rows[] = {
         {"sound",

@@ -150,6 +150,28 @@ TEST(Explain, Bounds) {
     CheckAll(rows);
 }
 
+TEST(Explain, TextRules) {
+    const Row rows[] = {
+        {"found, out of order, with other blanks, out of bounds, nowhere",
+         R"({"type":15,"name":"t","nistart":{"type":2,"pattern":"from"},"lines":[{"text":"b"},)"
+         R"({"text":"c"},{"text":"b"},{"text":"d"},{"text":"a"},{"text":""},{"text":"e"}]})",
+         "a\nfrom\nb\nd \nc\ne",
+         "text t 1-6 5\n"
+         "  start bound found by \"from\" @1\n"
+         "  3 of 7 lines found, the first here @2\n"
+         "  ! not found: \"b\"; this line stands in front of the one found before it @2\n"
+         "  ! not found: \"d\"; this line has other blanks at its ends @3\n"
+         "  ! not found: \"a\"; this line stands outside of the rule's range @0\n"
+         "  ! not found: \"\"\n"},
+        {"a bound that isn't there",
+         R"({"type":15,"name":"t","nistart":{"type":2,"pattern":"from"},"lines":[{"text":"b"}]})",
+         "b",
+         "text t\n"
+         "  ! start bound: no line fits \"from\"; so the rule didn't run\n"},
+    };
+    CheckAll(rows);
+}
+
 TEST(Explain, Filters) {
     const Row rows[] = {
         {"range, patterns and the lines kept",
