@@ -62,6 +62,8 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
     {CheckMessage_BelowKeyWord, "Rules below a keyword rule never run."},
     {CheckMessage_NotForFilter, "A filter takes no bounds and no operations; this is ignored."},
     {CheckMessage_FilterPatternBroken, "The pattern doesn't compile and fits no line. {0}"},
+    {CheckMessage_NotForReader,
+     "A design reader takes no bounds and no operations; this is ignored."},
     {CheckMessage_TableWithoutHeaders, "There is no header, so the rule finds no table."},
     {CheckMessage_TableHeadersStatement,
      "All headers together are a statement; only a line that it fits from end to end can be the "

@@ -39,6 +39,7 @@ enum CheckMessage_e {
     CheckMessage_BelowKeyWord,
     CheckMessage_NotForFilter,
     CheckMessage_FilterPatternBroken,
+    CheckMessage_NotForReader,
     // Tables.
     CheckMessage_TableWithoutHeaders,
     CheckMessage_TableHeadersStatement,

@@ -126,6 +126,10 @@ void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path)
         CheckFilter(node, path);
         return;
     }
+    if (type == RuleType_DesignReader) {
+        CheckUnused(node, path, CheckMessage_NotForReader);
+        return;
+    }
     if (type == RuleType_Script) {
         CScriptCheck(m_report, path).Check(node);
         return;

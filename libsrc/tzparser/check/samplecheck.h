@@ -61,6 +61,7 @@ private:
 
     void CheckPattern(const std::string& pattern, const std::string& path, CheckMessage_e broken);
     void CheckAnchors(const std::string& text, const std::string& path);
+    void CheckUnused(const hxJson::Value& node, const std::string& path, CheckMessage_e message);
     void CheckFilter(const hxJson::Value& node, const std::string& path);
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);

@@ -5,7 +5,7 @@
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/paragraph/paragraphkeys.h"
 #include "tzparser/rule/rulekeys.h"
-#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/text/appstrutil.h"
 
 namespace {
@@ -15,18 +15,14 @@ std::string WithoutDollars(const std::string& name) {
     return begin == std::string::npos ? std::string() : name.substr(begin);
 }
 
-bool HasDefaultChild(RuleType type) {
-    return type == RuleType_Filter || type == RuleType_Paragraph;
-}
-
 // The columns of the paragraph's table: the variables of its keyword rules, those of outer
-// paragraphs with them, and the names of its filters.
+// paragraphs with them, and the names of its filters and design readers.
 std::set<std::string> ColumnsOf(CAppParseRuleParagraph& rule) {
     std::vector<std::string> names;
     rule.GetVariableNames(names);
     for (const auto& child : rule.Children())
-        if (const auto* filter = dynamic_cast<const CAppParseRuleFilter*>(child.get()))
-            names.push_back(filter->GetName());
+        if (const auto* selector = dynamic_cast<const CAppParseRuleLineSelector*>(child.get()))
+            names.push_back(selector->GetName());
     return {names.begin(), names.end()};
 }
 
@@ -92,7 +88,7 @@ CAppParseRule* CSampleCheck::FindRule() {
     for (const auto& level : m_open) {
         auto index = level.next - 1;
         const int first = hxJson::Value(level.Node(0)[RuleKey::Type].asString()).asInt();
-        if (HasDefaultChild(rule->GetRuleType()) && first != RuleType_KeyWord) ++index;
+        if (HasDefaultKeyWord(rule->GetRuleType()) && first != RuleType_KeyWord) ++index;
         if (index >= rule->Children().size()) return nullptr;
         rule = rule->Children()[index].get();
     }

@@ -100,10 +100,16 @@ void CSampleCheck::CheckAnchors(const std::string& text, const std::string& path
         m_report.Add(path, CheckMessage_PatternAnchorAsText, {}, text, text.size() - 1);
 }
 
+// Bounds and operations of a kind that doesn't heed them.
+void CSampleCheck::CheckUnused(const hxJson::Value& node, const std::string& path,
+                               CheckMessage_e message) {
+    for (const auto* key : {RuleKey::NiStart, RuleKey::NiEnd, RuleKey::Operations})
+        if (!node[key].empty()) m_report.Add(path + "." + key, message);
+}
+
 // A begin line with global variables gets its expression from each parse.
 void CSampleCheck::CheckFilter(const hxJson::Value& node, const std::string& path) {
-    for (const auto* key : {RuleKey::NiStart, RuleKey::NiEnd, RuleKey::Operations})
-        if (!node[key].empty()) m_report.Add(path + "." + key, CheckMessage_NotForFilter);
+    CheckUnused(node, path, CheckMessage_NotForFilter);
     const auto check = [&](const char* key) {
         const auto pattern = node[key].asString();
         if (!pattern.empty() && pattern.find("$$") == std::string::npos)

@@ -2,7 +2,7 @@
 
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/table/appparseruletable.h"
 
 #include <algorithm>
@@ -34,8 +34,7 @@ bool IsDefaultChild(const CAppParseRule* rule) {
     const auto* parent = rule->GetParentRule();
     if (parent == nullptr || parent->IsLeaf() || parent->Children().front().get() != rule)
         return false;
-    const auto kind = parent->GetRuleType();
-    return kind == RuleType_Filter || kind == RuleType_DesignReader || kind == RuleType_Paragraph;
+    return HasDefaultKeyWord(parent->GetRuleType());
 }
 
 void DeleteKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& name) {
@@ -55,7 +54,7 @@ void RenameKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& from,
     }
 }
 
-// Filters and paragraphs.
+// Filters, design readers and paragraphs.
 template <class Rule>
 void RenameRule(Rule& rule, const std::string& from, const std::string& to) {
     if (ShortName(from) == rule.GetName()) rule.SetName(ShortName(to));
@@ -106,8 +105,8 @@ void DeleteRuleVariable(CAppParseRule* owner, const std::string& name) {
 void RenameRuleVariable(CAppParseRule* owner, const std::string& from, const std::string& to) {
     if (auto* keyword = dynamic_cast<CAppParseRuleKeyWord*>(owner))
         RenameKeyWordVariable(*keyword, from, to);
-    else if (auto* filter = dynamic_cast<CAppParseRuleFilter*>(owner))
-        RenameRule(*filter, from, to);
+    else if (auto* selector = dynamic_cast<CAppParseRuleLineSelector*>(owner))
+        RenameRule(*selector, from, to);
     else if (auto* paragraph = dynamic_cast<CAppParseRuleParagraph*>(owner))
         RenameRule(*paragraph, from, to);
     else if (auto* table = dynamic_cast<CAppParseRuleTable*>(owner))

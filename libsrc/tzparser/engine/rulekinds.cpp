@@ -5,6 +5,7 @@
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/script/appparserulescript.h"
+#include "tzparser/select/appparseruledesignreader.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
@@ -27,6 +28,7 @@ struct RuleKind {
 constexpr RuleKind RuleKinds[] = {
     {RuleType_KeyWord, false, &Make<CAppParseRuleKeyWord>},
     {RuleType_Filter, false, &Make<CAppParseRuleFilter>},
+    {RuleType_DesignReader, false, &Make<CAppParseRuleDesignReader>},
     {RuleType_Table, false, &Make<CAppParseRuleTable>},
     {RuleType_Paragraph, false, &Make<CAppParseRuleParagraph>},
     {RuleType_Ping, false, &Make<CAppParseRuleKeyWordPing>},

@@ -6,7 +6,7 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/pattern/parserpatternhelper.h"
-#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/variable/appvariablearraydef.h"
 
 #include <string_view>
@@ -50,6 +50,7 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
         {RuleType_Sample, &CTzParser::AddSampleVariables},
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
         {RuleType_Filter, &CTzParser::AddFilterVariables},
+        {RuleType_DesignReader, &CTzParser::AddFilterVariables},
         {RuleType_Table, &CTzParser::AddTableVariables},
         {RuleType_Paragraph, &CTzParser::AddParagraphVariables},
         {RuleType_Ping, &CTzParser::AddKeyWordVariables},
@@ -78,12 +79,13 @@ void CTzParser::AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, b
     }
 }
 
-// The filter's lines stand beside, not above, the variables of its children. Its name is taken as
-// it is, and no Python name is made of it.
+// The lines of a filter or design reader stand beside, not above, the variables of its children.
+// The name is taken as it is, and of a filter's no Python name is made.
 void CTzParser::AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const {
-    const auto& name = dynamic_cast<CAppParseRuleFilter&>(rule).GetName();
+    const auto& name = dynamic_cast<CAppParseRuleLineSelector&>(rule).GetName();
     if (def.GetChild(name) == nullptr) {
         auto node = MakeVariable(def, name, AppDataType_String, inTable);
+        if (rule.GetRuleType() == RuleType_DesignReader) node->SetPyName(GeneratePythonName(name));
         if (def.AddChild(node.get())) node.release();
     }
     for (const auto& child : rule.Children()) CreateVarTree(child.get(), &def, inTable);

@@ -3,7 +3,7 @@
 #include "tzparser/explain/boundsexplain.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/appparserulesample.h"
-#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
 
@@ -18,9 +18,10 @@ std::string NoName(const CAppParseRule&) {
     return {};
 }
 
-std::string NameOfFilter(const CAppParseRule& rule) {
-    const auto* filter = dynamic_cast<const CAppParseRuleFilter*>(&rule);
-    return filter != nullptr ? filter->GetName() : std::string();
+// Of a filter or design reader.
+std::string NameOfSelector(const CAppParseRule& rule) {
+    const auto* selector = dynamic_cast<const CAppParseRuleLineSelector*>(&rule);
+    return selector != nullptr ? selector->GetName() : std::string();
 }
 
 std::string NameOfText(const CAppParseRule& rule) {
@@ -43,7 +44,8 @@ const KindRow Kinds[] = {
     {RuleType_KeyWord, {"keyword", &ExplainKeyWord, &NoName}},
     {RuleType_Paragraph, {"paragraph", &ExplainParagraph, &NameOfParagraph}},
     {RuleType_Table, {"table", &ExplainTable, &NameOfTable}},
-    {RuleType_Filter, {"filter", &ExplainFilter, &NameOfFilter}},
+    {RuleType_Filter, {"filter", &ExplainFilter, &NameOfSelector}},
+    {RuleType_DesignReader, {"design reader", &ExplainReader, &NameOfSelector}},
     {RuleType_Text, {"text", &ExplainText, &NameOfText}},
 };
 

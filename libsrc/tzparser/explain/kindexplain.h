@@ -18,6 +18,7 @@ const KindExplainer& FindExplainer(RuleType type);
 void ExplainSample(CExplainScope& scope);
 void ExplainKeyWord(CExplainScope& scope);
 void ExplainFilter(CExplainScope& scope);
+void ExplainReader(CExplainScope& scope);
 void ExplainText(CExplainScope& scope);
 void ExplainTable(CExplainScope& scope);
 void ExplainParagraph(CExplainScope& scope);

@@ -14,10 +14,6 @@ bool IsKeyWordNode(const hxJson::Value& node) {
     return hxJson::Value(node[RuleKey::Type].asString()).asInt() == RuleType_KeyWord;
 }
 
-bool MakesItsFirstChild(RuleType type) {
-    return type == RuleType_Filter || type == RuleType_DesignReader || type == RuleType_Paragraph;
-}
-
 // The rule nodes of a "child" object.
 class CNodeList {
 public:
@@ -79,7 +75,7 @@ void CRuleWalk::PushChildren(const Pending& pending, int index, ExplainRuns&& ru
     // Of what stands below a table only filters run.
     const auto noRuns = std::make_shared<const ExplainRuns>();
     const CNodeList nodes(*pending.document);
-    const bool isOwnFirst = MakesItsFirstChild(pending.rule->GetRuleType()) &&
+    const bool isOwnFirst = HasDefaultKeyWord(pending.rule->GetRuleType()) &&
                             (nodes.Count() == 0 || !IsKeyWordNode(nodes.Node(0)));
     for (auto i = children.size(); i-- > 0;) {
         static const hxJson::Value none;

@@ -3,18 +3,12 @@
 #include "tzparser/explain/boundsexplain.h"
 #include "tzparser/explain/kindexplain.h"
 #include "tzparser/select/appparseruletext.h"
+#include "tzparser/text/appstrutil.h"
 
 namespace {
 
 // So many of the lines that weren't found are told of one by one.
 constexpr std::size_t MostMissing = 20;
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\v\f\r\n";
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
-}
 
 // A line equal to a record that the search didn't come to.
 struct Elsewhere {
@@ -26,14 +20,14 @@ struct Elsewhere {
 Elsewhere FindElsewhere(const CAppParseRuleText& rule, int lineCount, const std::string& text,
                         const ExplainRun& range, int searchedFrom) {
     Elsewhere nearly;
-    const auto trimmed = Trimmed(text);
+    const auto trimmed = AppStrUtil::StrTrimmed(text);
     for (int line = 0; line < lineCount; ++line) {
         const auto view = rule.OriginalLineView(line);
         if (view == text)
             return {line, line >= range.begin && line < searchedFrom
                               ? "; this line stands in front of the one found before it"
                               : "; this line stands outside of the rule's range"};
-        if (nearly.line < 0 && !trimmed.empty() && Trimmed(view) == trimmed)
+        if (nearly.line < 0 && !trimmed.empty() && AppStrUtil::StrTrimmed(view) == trimmed)
             nearly = {line, "; this line has other blanks at its ends"};
     }
     return nearly;

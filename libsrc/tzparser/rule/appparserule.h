@@ -43,6 +43,12 @@ enum RuleType {
     RuleType_Text = 15,
 };
 
+// Whether rules of a kind make a keyword rule as their first child when they are constructed: a
+// keyword node in the first place of their document fills it, and it stays when it is emptied.
+constexpr bool HasDefaultKeyWord(RuleType type) {
+    return type == RuleType_Filter || type == RuleType_DesignReader || type == RuleType_Paragraph;
+}
+
 // What a host gives a parse to answer for global variables. Passed down a rule tree unchanged; may
 // be null everywhere.
 class IAppVariableCallback {

@@ -18,12 +18,6 @@ int LeadingNumber(const std::string& text) {
         std::clamp<long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-// These kinds make their default keyword rule when they are constructed; a keyword node in the
-// first place fills it.
-bool HasDefaultChild(RuleType type) {
-    return type == RuleType_Filter || type == RuleType_DesignReader || type == RuleType_Paragraph;
-}
-
 }  // namespace
 
 // Children are complete before the rule's own keys are read.
@@ -71,7 +65,7 @@ bool CAppParseRule::AddRuleOfNode(const hxJson::Value& node, bool isFirst, bool 
 }
 
 CAppParseRule* CAppParseRule::AddRuleOfType(int type, bool isFirst, RuleNodeForm_e form) {
-    if (type == RuleType_KeyWord && isFirst && HasDefaultChild(m_ruleType) && !m_children.empty())
+    if (type == RuleType_KeyWord && isFirst && HasDefaultKeyWord(m_ruleType) && !m_children.empty())
         return m_children.front().get();
     auto rule = MakeRule(type, form, this);
     if (!rule) return nullptr;

@@ -2,7 +2,6 @@
 #include "tzparser/select/appparserulefilter.h"
 
 #include "host/text/asciicase.h"
-#include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/variable/appvariabledef.h"
 
@@ -14,11 +13,6 @@ namespace {
 
 constexpr const char* GlobalMark = "$$";
 constexpr const char* AnyWord = "(\\S+)";
-
-const std::vector<std::string>& NoTexts() {
-    static const std::vector<std::string> none;
-    return none;
-}
 
 bool IsBelow(const CAppParseRule& rule, RuleType type) {
     const auto* parent = rule.GetParentRule();
@@ -68,9 +62,7 @@ private:
 };
 
 CAppParseRuleFilter::CAppParseRuleFilter(CAppParseRule* parent)
-    : CAppParseRule(RuleType_Filter, parent) {
-    CAppParseRule::AddChildRule(new CAppParseRuleKeyWord(this));
-}
+    : CAppParseRuleLineSelector(RuleType_Filter, parent) {}
 
 CAppParseRuleFilter::~CAppParseRuleFilter() = default;
 
@@ -177,28 +169,6 @@ void CAppParseRuleFilter::SetAsConfiglet(const std::string& configlet) {
     SetAsConfiglet(configlet == "1" || AsciiEqualIgnoreCase(configlet, "true"));
 }
 
-CAppParseRuleKeyWord* CAppParseRuleFilter::FirstKeyWord() const {
-    return IsLeaf() ? nullptr : dynamic_cast<CAppParseRuleKeyWord*>(Children().front().get());
-}
-
-void CAppParseRuleFilter::AddKVP(const std::string& kvp) {
-    if (auto* keyword = FirstKeyWord()) keyword->AddKVP(kvp);
-}
-
-void CAppParseRuleFilter::AddStatement(const std::string& statement) {
-    if (auto* keyword = FirstKeyWord()) keyword->AddStatement(statement);
-}
-
-const std::vector<std::string>& CAppParseRuleFilter::GetKVPs() const {
-    const auto* keyword = FirstKeyWord();
-    return keyword != nullptr ? keyword->GetKVPs() : NoTexts();
-}
-
-const std::vector<std::string>& CAppParseRuleFilter::GetStatements() const {
-    const auto* keyword = FirstKeyWord();
-    return keyword != nullptr ? keyword->GetStatements() : NoTexts();
-}
-
 void CAppParseRuleFilter::Reset() {
     auto& definition = EditDefinition();
     definition.beginLine.clear();
@@ -206,7 +176,7 @@ void CAppParseRuleFilter::Reset() {
     definition.skipLines.clear();
     definition.includeLines.clear();
     definition.isExcludeEndLine = true;
-    if (auto* keyword = FirstKeyWord()) keyword->Reset();
+    ResetKeyWord();
     SetRuleModify();
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "tzparser/rule/appparserule.h"
+#include "tzparser/select/appparserulelineselector.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
-class CAppParseRuleKeyWord;
 class CAppRegexMatch;
 
 // The range that a run of a filter found: the children run from `begin` to `end`, exclusive. The
@@ -35,15 +34,15 @@ struct FilterRange {
 //
 // Patterns are compiled when the definition is loaded, otherwise by the first parse; clones share
 // them. One thread at a time uses a rule.
-class TZPARSER_API CAppParseRuleFilter : public CAppParseRule {
+class TZPARSER_API CAppParseRuleFilter : public CAppParseRuleLineSelector {
 public:
     explicit CAppParseRuleFilter(CAppParseRule* parent);
     ~CAppParseRuleFilter() override;
 
     // Definition. Setters tell the root that the definition has changed, those of flags only when
     // the value is another one.
-    const std::string& GetName() const { return m_definition->name; }
-    void SetName(const std::string& name);
+    const std::string& GetName() const override { return m_definition->name; }
+    void SetName(const std::string& name) override;
     const std::string& GetBeginLine() const { return m_definition->beginLine; }
     void SetBeginLine(const std::string& pattern);
     const std::string& GetEndLine() const { return m_definition->endLine; }
@@ -77,13 +76,6 @@ public:
     void DelExcludeLine(const std::string& pattern);
     void SetExcludeLine(const std::vector<std::string>& patterns);
     const std::vector<std::string>& GetExcludeLine() const { return m_definition->excludeLines; }
-
-    // The lists of the first child, a keyword rule. Without one, adding does nothing and the lists
-    // are empty; they live until the child is edited.
-    void AddKVP(const std::string& kvp);
-    void AddStatement(const std::string& statement);
-    const std::vector<std::string>& GetKVPs() const;
-    const std::vector<std::string>& GetStatements() const;
 
     // Empties patterns and the first child; name, exclude lines and the other flags stay.
     void Reset();
@@ -126,7 +118,6 @@ public:
     // For the rule's name, one character in front allowed: one let a status with the text of its
     // open lines, parted by "\r\n", without a position.
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
-    CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     // True also when no line is open.
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
@@ -194,7 +185,6 @@ private:
     void DelLine(std::vector<std::string> Definition::*list, const std::string& pattern);
     void SetLines(std::vector<std::string> Definition::*list,
                   const std::vector<std::string>& patterns);
-    CAppParseRuleKeyWord* FirstKeyWord() const;
     std::shared_ptr<const Plan> MakePlan();
     std::shared_ptr<const Plan> PlanOfRun();
 
@@ -212,7 +202,6 @@ private:
     void MarkMultiLines(const Pattern& pattern, int endLine, int& scanFrom, MarkedLines& marked);
     bool FitsPending(const std::vector<Pattern>& patterns, int line, const MarkedLines& marked,
                      std::vector<char>& pending, CAppRegexMatch& match) const;
-    std::string TextOf(const CAppLineStatus& status) const;
 
     CCopyOnWrite<Definition> m_definition;
 

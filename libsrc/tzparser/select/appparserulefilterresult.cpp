@@ -7,48 +7,13 @@
 
 #include <algorithm>
 
-namespace {
-
-template <class Use>
-void ForEachOpenLine(const CAppLineStatus& status, Use use) {
-    for (int line = status.NextOpen(0); line < status.Count(); line = status.NextOpen(line + 1))
-        use(line);
-}
-
-void WriteOpenLines(const CAppLineStatus& status, hxJson::Value& list) {
-    list = hxJson::Value(hxJson::arrayValue, false);
-    ForEachOpenLine(status, [&list](int line) { list.append(hxJson::Value(line)); });
-}
-
-}  // namespace
-
-std::string CAppParseRuleFilter::TextOf(const CAppLineStatus& status) const {
-    std::string text;
-    bool isFirst = true;
-    ForEachOpenLine(status, [&](int line) {
-        if (!isFirst) text += "\r\n";
-        isFirst = false;
-        text += OriginalLineView(line);
-    });
-    return text;
-}
-
-// Any one character may stand in front of the name, not only a "$".
 std::vector<CAppTextLet> CAppParseRuleFilter::GetVariableValue(const std::string& name) {
-    const auto position = name.find(m_definition->name);
-    if (position > 1 || position + m_definition->name.size() != name.size())
-        return CAppParseRule::GetVariableValue(name);
+    if (!IsAskedForValue(name)) return CAppParseRule::GetVariableValue(name);
     const auto statuses = RunStatuses();
     std::vector<CAppTextLet> values;
     values.reserve(statuses.size());
     for (const auto& status : statuses) values.emplace_back(0, 0, 0, 0, TextOf(status));
     return values;
-}
-
-CAppParseRule* CAppParseRuleFilter::GetChildRuleByVariableName(const std::string& name) {
-    const std::size_t begin = !name.empty() && name.front() == '$' ? 1 : 0;
-    if (name.compare(begin, std::string::npos, m_definition->name) == 0) return this;
-    return CAppParseRule::GetChildRuleByVariableName(name);
 }
 
 bool CAppParseRuleFilter::IsNoneExist() {

@@ -95,6 +95,13 @@ std::set<std::string> StrSplitToSet(const std::string& text, const std::string& 
     return tokens;
 }
 
+std::string_view StrTrimmed(std::string_view text) {
+    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+    const auto begin = text.find_first_not_of(whiteSpace);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(whiteSpace) + 1 - begin);
+}
+
 std::string StrJoin(const std::vector<std::string>& parts, const std::string& separator) {
     std::string joined;
     for (std::size_t index = 0; index < parts.size(); ++index) {

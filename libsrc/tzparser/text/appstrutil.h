@@ -30,6 +30,9 @@ TZPARSER_API std::vector<std::string> StrSplit(const std::string& text,
 TZPARSER_API std::set<std::string> StrSplitToSet(const std::string& text,
                                                  const std::string& delimiters, bool compress);
 
+/// The text without white space of the classic locale at its ends, as a view into it.
+TZPARSER_API std::string_view StrTrimmed(std::string_view text);
+
 /// The parts with the separator between them, none at the ends.
 TZPARSER_API std::string StrJoin(const std::vector<std::string>& parts,
                                  const std::string& separator);

@@ -1,4 +1,5 @@
 #include "tzparser/explain/tzexplain.h"
+#include "tzparser/select/designreader.h"
 
 #include "support/ruletree.h"
 
@@ -148,6 +149,40 @@ TEST(Explain, Bounds) {
          "  end bound found by $n @1\n"},
     };
     CheckAll(rows);
+}
+
+// Gives the lines behind a mark back, one that no text has among them.
+class CTailReader : public IDesignReader {
+    bool Select(const std::string&, const std::string& code, const std::string& text,
+                std::string& selected) override {
+        selected = text.substr(std::min(text.find(code), text.size())) + "\nunknown";
+        return true;
+    }
+};
+
+TEST(Explain, DesignReaders) {
+    const char* const node = R"({"type":2,"name":"d","drcode":"b",)"
+                             R"("child":{"parserule":[{"keywords":{"keyword":["b $b"]}}]}})";
+    EXPECT_EQ(DumpRules(ExplainRules(node, "a\nb 1")),
+              "design reader d 0-2 0\n"
+              "  ! no design reader is set, so it keeps nothing\n"
+              "keyword 0-2 0\n"
+              "  ! no line fits \"b $b\"; there is no line to fit; line 2 would fit, but the rule "
+              "doesn't see it\n");
+    SetDesignReader(std::make_shared<CTailReader>());
+    const auto found = DumpRules(ExplainRules(node, "a\nb 1\nc"));
+    const auto nothing = DumpRules(ExplainRules(node, "a"));
+    SetDesignReader(nullptr);
+    EXPECT_EQ(found,
+              "design reader d 0-3 2\n"
+              "  ! selected, but no open line that is left: \"unknown\"\n"
+              "  the first of 2 lines kept @1\n"
+              "keyword 0-3 2\n"
+              "  \"b $b\" matched: $b = \"1\" @1\n");
+    EXPECT_EQ(nothing.substr(0, nothing.find("keyword")),
+              "design reader d 0-1 0\n"
+              "  ! selected, but no open line that is left: \"unknown\"\n"
+              "  ! keeps no line\n");
 }
 
 TEST(Explain, TextRules) {

@@ -3,6 +3,7 @@
 #include "host/python/pythonlib.h"
 #include "tzparser/check/definitioncheck.h"
 
+#include "designreaderhandle.h"
 #include "nodehandle.h"
 #include "parserhandle.h"
 
@@ -79,4 +80,5 @@ BOOST_PYTHON_MODULE(_tzparser) {
     const py::docstring_options options(false, false, false);
     DefineNode();
     DefineDefinition();
+    py::def("set_design_reader", &SetDesignReaderObject);
 }

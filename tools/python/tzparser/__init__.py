@@ -14,6 +14,7 @@ many texts. All errors are a tzparser.Error.
 
 from tzparser._errors import DefinitionError, Error, Finding, ParseError
 from tzparser._parser import Choice, FailedCondition, Parser, Trial, check
+from tzparser._reader import DesignReader, Selection, set_design_reader
 from tzparser._result import Column, Group, Result, Row, Span, Table, Value
 from tzparser._values import PyIP, PyIPv6, PyMac, PyPercent
 
@@ -21,6 +22,7 @@ __all__ = [
     "Choice",
     "Column",
     "DefinitionError",
+    "DesignReader",
     "Error",
     "FailedCondition",
     "Finding",
@@ -33,9 +35,11 @@ __all__ = [
     "PyPercent",
     "Result",
     "Row",
+    "Selection",
     "Span",
     "Table",
     "Trial",
     "Value",
     "check",
+    "set_design_reader",
 ]
