@@ -60,6 +60,9 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
     {CheckMessage_RuleNotObject,
      "The rule is not an object; it is taken for a keyword rule without statements."},
     {CheckMessage_BelowKeyWord, "Rules below a keyword rule never run."},
+    {CheckMessage_NotForBuiltIn,
+     "A ping or traceroute rule brings its own lines and forgets those of its definition; only "
+     "mline statements count."},
     {CheckMessage_NotForFilter, "A filter takes no bounds and no operations; this is ignored."},
     {CheckMessage_FilterPatternBroken, "The pattern doesn't compile and fits no line. {0}"},
     {CheckMessage_NotForReader,

@@ -37,6 +37,7 @@ enum CheckMessage_e {
     CheckMessage_NeedsArray,
     CheckMessage_RuleNotObject,
     CheckMessage_BelowKeyWord,
+    CheckMessage_NotForBuiltIn,
     CheckMessage_NotForFilter,
     CheckMessage_FilterPatternBroken,
     CheckMessage_NotForReader,

@@ -144,6 +144,7 @@ void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path)
     if (HasShape(node[RuleKey::Operations], CheckShape_Array, m_report, operationsPath))
         CheckOperations(node[RuleKey::Operations], operationsPath);
     if (type == RuleType_KeyWord) CheckKeyWords(node, path);
+    if (type == RuleType_Ping || type == RuleType_TraceRoute) CheckBuiltIn(node, type, path);
     if (type == RuleType_Table) CheckTable(node, path);
     if (type == RuleType_Paragraph) CheckParagraph(node, path);
 }

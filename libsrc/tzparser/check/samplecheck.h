@@ -79,6 +79,7 @@ private:
     void CheckParagraphVariables(const hxJson::Value& node, const std::string& path);
     CAppParseRule* FindRule();
     void CheckKeyWords(const hxJson::Value& node, const std::string& path);
+    void CheckBuiltIn(const hxJson::Value& node, int type, const std::string& path);
     void CheckStatement(const CStatementCheck& check, const std::string& path);
     void CheckYield(const CStatementCheck& check, const std::string& path);
     void CheckSpans(const CStatementCheck& check, const std::set<std::string>& names,

@@ -176,6 +176,31 @@ void CSampleCheck::CheckKeyWords(const hxJson::Value& node, const std::string& p
         m_report.Add(path + "." + RuleKey::Child, CheckMessage_BelowKeyWord);
 }
 
+// A definition that was saved by a program lists the lines that the rule declares of itself.
+void CSampleCheck::CheckBuiltIn(const hxJson::Value& node, int type, const std::string& path) {
+    const auto rule = MakeRule(type, RuleNodeForm_Array, nullptr);
+    const auto* declared = dynamic_cast<const CAppParseRuleKeyWord*>(rule.get());
+    if (declared == nullptr) return;
+    const auto check = [&](const char* holder, const char* key,
+                           const std::vector<std::string>& own) {
+        auto listPath = path;
+        const auto* list = ListOf(node, holder, key, listPath);
+        for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
+            const auto text = (*list)[i].asString();
+            if (text.empty() || std::find(own.begin(), own.end(), text) != own.end()) continue;
+            const CStatementCheck statement(text);
+            if (!statement.IsValid() || !statement.Compiled().IsMline())
+                m_report.Add(Element(listPath, i), CheckMessage_NotForBuiltIn, {}, text);
+        }
+    };
+    check(KeyWordKey::KeyWords, KeyWordKey::KeyWord, declared->GetKVPs());
+    check(KeyWordKey::Statements, KeyWordKey::Statement, declared->GetStatements());
+    auto listPath = path;
+    ListOf(node, KeyWordKey::VariableTypes, KeyWordKey::VariableType, listPath);
+    if (!node[RuleKey::Child].empty())
+        m_report.Add(path + "." + RuleKey::Child, CheckMessage_BelowKeyWord);
+}
+
 void CSampleCheck::CheckStatement(const CStatementCheck& check, const std::string& path) {
     if (check.Statement().empty()) return;
     if (!check.IsValid()) {

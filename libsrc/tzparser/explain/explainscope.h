@@ -40,6 +40,8 @@ public:
     // Whether the rule ran several times; only a paragraph above it makes that.
     bool HasManyRuns() const { return m_runs.size() > 1; }
 
+    CNearestLine& Nearest() { return m_nearest; }
+
     // Adds a fact, and one that asks for the author's attention.
     ExplainFact& Tell(const std::string& text, int line = -1, int column = -1);
     ExplainFact& Warn(const std::string& text, int line = -1, int column = -1);

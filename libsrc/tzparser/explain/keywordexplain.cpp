@@ -102,6 +102,17 @@ std::string Shown(const CAppTextLet& value) {
     return "\"" + value.text.substr(0, MaxShownValue) + "...\"";
 }
 
+// Whether a value was computed of the one that a statement found: what a ping rule makes of a rate.
+bool IsComputed(const CAppParseRuleKeyWord& rule, int line, const CAppTextLet& let) {
+    return rule.GetRuleType() == RuleType_Ping && line == 0 && let.IsEmpty();
+}
+
+std::optional<CAppTextLet> ComputedValue(const CAppParseRuleKeyWord& rule,
+                                         const std::string& name) {
+    const auto value = ValueFrom(rule, name, 0, 0);
+    return value && !value->text.empty() && IsComputed(rule, 0, *value) ? value : std::nullopt;
+}
+
 // "$hw = "iGbE", $mtu = "1500"", of the first match.
 std::string ValuesInWords(CAppParseRuleKeyWord& rule, const Trial& trial) {
     const bool isLine = !trial.compiled.IsMultiLineRegex() && !trial.compiled.IsMline();
@@ -110,7 +121,8 @@ std::string ValuesInWords(CAppParseRuleKeyWord& rule, const Trial& trial) {
     std::size_t shown = 0;
     for (const auto& name : trial.compiled.GetVarNames()) {
         if (name == DummyVariableName || shown == MaxShownValues) continue;
-        const auto value = ValueFrom(rule, name, trial.firstLine, last);
+        auto value = ComputedValue(rule, name);
+        if (!value) value = ValueFrom(rule, name, trial.firstLine, last);
         if (!value) continue;
         words += (shown++ == 0 ? ": " : ", ") + name + " = " + Shown(*value);
     }
@@ -125,8 +137,8 @@ bool HasAllValues(CAppParseRuleKeyWord& rule, const Trial& trial) {
         if (name == DummyVariableName) return true;
         bool hasText = false;
         if (const auto* values = rule.Values().Find(name))
-            values->ForEach([&hasText](int, const CAppTextLet& let) {
-                hasText = hasText || !let.text.empty();
+            values->ForEach([&](int line, const CAppTextLet& let) {
+                hasText = hasText || (!let.text.empty() && !IsComputed(rule, line, let));
             });
         return hasText;
     });
@@ -199,17 +211,26 @@ void TellTrial(CExplainScope& scope, CAppParseRuleKeyWord& rule, const Trial& tr
 }  // namespace
 
 void ExplainKeyWord(CExplainScope& scope) {
+    ExplainStatements(scope);
+}
+
+std::vector<std::size_t> ExplainStatements(CExplainScope& scope) {
+    std::vector<std::size_t> matched;
     auto* rule = dynamic_cast<CAppParseRuleKeyWord*>(&scope.Rule());
-    if (rule == nullptr) return;
+    if (rule == nullptr) return matched;
     scope.Below().clear();  // what stands below a keyword rule never runs
     auto trials = MakeTrials(*rule);
     CAppRegexMatch match;
     ExplainBounds(scope, [&](std::size_t run, const ExplainRun& range) {
         for (auto& trial : trials) Search(*rule, trial, run, range, match);
     });
-    for (const auto& trial : trials) TellTrial(scope, *rule, trial);
+    for (const auto& trial : trials) {
+        TellTrial(scope, *rule, trial);
+        matched.push_back(trial.matched);
+    }
     if (!scope.Runs().empty() && scope.Found().hasRun) {
         const auto& last = scope.Runs().back();
         rule->OnBeginParse(last.begin, last.end);
     }
+    return matched;
 }

@@ -42,6 +42,8 @@ std::string NameOfParagraph(const CAppParseRule& rule) {
 const KindRow Kinds[] = {
     {RuleType_Sample, {"sample", &ExplainSample, &NoName}},
     {RuleType_KeyWord, {"keyword", &ExplainKeyWord, &NoName}},
+    {RuleType_Ping, {"ping", &ExplainPing, &NoName}},
+    {RuleType_TraceRoute, {"traceroute", &ExplainTraceRoute, &NoName}},
     {RuleType_Paragraph, {"paragraph", &ExplainParagraph, &NameOfParagraph}},
     {RuleType_Table, {"table", &ExplainTable, &NameOfTable}},
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfSelector}},

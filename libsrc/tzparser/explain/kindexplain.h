@@ -2,7 +2,9 @@
 
 #include "tzparser/explain/explainscope.h"
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 // How rules of a kind are explained. Each kind has a function in a source of its own that fills the
 // scope's rule with facts and sets the runs of the rules below; one table knows them all.
@@ -17,8 +19,14 @@ const KindExplainer& FindExplainer(RuleType type);
 
 void ExplainSample(CExplainScope& scope);
 void ExplainKeyWord(CExplainScope& scope);
+void ExplainPing(CExplainScope& scope);
+void ExplainTraceRoute(CExplainScope& scope);
 void ExplainFilter(CExplainScope& scope);
 void ExplainReader(CExplainScope& scope);
 void ExplainText(CExplainScope& scope);
 void ExplainTable(CExplainScope& scope);
 void ExplainParagraph(CExplainScope& scope);
+
+// Explains the statements of a rule that is a keyword rule by its class; in how many runs each of
+// them matched.
+std::vector<std::size_t> ExplainStatements(CExplainScope& scope);

@@ -215,6 +215,27 @@ TEST(DefinitionCheck, RuleNodes) {
     CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":)", "}}]}");
 }
 
+TEST(DefinitionCheck, BuiltInRules) {
+    const Row rows[] = {
+        {"nothing of their own", R"({"type":5},{"type":6})", ""},
+        {"what they declare, as saved",
+         R"({"type":5,"keywords":{"keyword":["$int:lost_rate","$int:average_time"]},)"
+         R"("statements":{"statement":["$ping_result=$lost_rate"]}})",
+         ""},
+        {"lines that are forgotten",
+         R"({"type":6,"keywords":{"keyword":["to $x","mline[$m]:$ip"]},)"
+         R"("statements":{"statement":["$y=1"]},"child":{"parserule":[{"type":5}]}})",
+         "@[0].keywords.keyword[0]: A ping or traceroute rule brings its own lines and forgets "
+         "those of its definition; only mline statements count.\n"
+         "    to $x\n"
+         "@[0].statements.statement[0]: A ping or traceroute rule brings its own lines and forgets "
+         "those of its definition; only mline statements count.\n"
+         "    $y=1\n"
+         "@[0].child: Rules below a keyword rule never run.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":[)", "]}}]}");
+}
+
 TEST(DefinitionCheck, Bounds) {
     const Row rows[] = {
         {"sound", R"("nistart":{"type":1,"xxid":"first","text":"$a"},"niend":{"type":2,

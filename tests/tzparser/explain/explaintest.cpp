@@ -105,6 +105,57 @@ TEST(Explain, KeywordStatements) {
     CheckAll(rows);
 }
 
+TEST(Explain, PingsAndTraces) {
+    const Row rows[] = {
+        {"a ping that counts what was lost", R"({"type":5})",
+         "x\nLost = 1 (25% loss)\nAverage = 12ms",
+         "ping 0-3 3\n"
+         "  \"Lost =\" stands in the text, so the rate is what was lost @1\n"
+         "  \"regex[$int:lost_rate]:\\((\\d+)% loss\\)\" matched: $lost_rate = \"25\" @1\n"
+         "  \"regex[$int:average_time]:Average = (\\d+)ms\" matched: $average_time = \"12\" @2\n"
+         "  $ping_result = \"True\"\n"},
+        {"a ping that counts what came back", R"({"type":5})",
+         "x\nSuccess rate is 80 percent, round-trip min/avg/max = 1/2/3 ms",
+         "ping 0-2 2\n"
+         "  no \"Lost =\" stands in the text, so the rate is what came back\n"
+         "  \"Success rate is $int:lost_rate percent\" matched: $lost_rate = \"20\" @1\n"
+         "  \"regex[$int:average_time]:round-trip min/avg/max = \\d+/(\\d+)/\\d+ ms\" matched: "
+         "$average_time = \"2\" @1\n"
+         "  $ping_result = \"True\"\n"},
+        {"a ping without statistics", R"({"type":5})", "Success rate: 80\nround-trip x",
+         "ping 0-2 2\n"
+         "  no \"Lost =\" stands in the text, so the rate is what came back\n"
+         "  ! no line fits \"Success rate is $int:lost_rate percent\" @0:12 /12\n"
+         "  ! no line fits \"regex[$int:average_time]:round-trip min/avg/max = \\d+/(\\d+)/\\d+ "
+         "ms\""
+         " @1:11 /36\n"
+         "  $ping_result = \"False\": without a rate it counts as 0\n"},
+        {"a trace", R"({"type":6})", "traceroute to 192.0.2.9\n 1 192.0.2.1\n 2 192.0.2.9\n 3 *",
+         "traceroute 2-4 2\n"
+         "  the header, with the target 192.0.2.9 @0\n"
+         "  the last line with an address, from which the rule reads on @2\n"
+         "  \"regex[$ip:last_hop]:(\\d+\\.\\d+\\.\\d+\\.\\d+)\" matched: $ip = \"192.0.2.9\" @2\n"},
+        {"a trace without hops", R"({"type":6})", "x\ntracing x\n 1 *",
+         "traceroute 0-3 3\n"
+         "  the header, without an address @1\n"
+         "  ! no line below the header has an address\n"},
+        {"a trace without a header", R"({"type":6,"nistart":{"type":2,"pattern":"x"}})",
+         "1 192.0.2.1",
+         "traceroute 0-1 1\n"
+         "  ! no header: no line has a text behind \"tracing\", \"traceroute to\" or "
+         "\"Traceroute=\"\n"},
+        {"a trace below a filter that keeps nothing",
+         R"({"type":1,"name":"f","startline":"x","child":{"parserule":[{"type":6}]}})", "y",
+         "filter f 0-1 0\n"
+         "  ! start line: no line fits \"x\" @0:0 /0\n"
+         "keyword 0-1 0\n"
+         "traceroute 0-1 0\n"
+         "  ! no header: no line has a text behind \"tracing\", \"traceroute to\" or "
+         "\"Traceroute=\"\n"},
+    };
+    CheckAll(rows);
+}
+
 TEST(Explain, Bounds) {
     const Row rows[] = {
         {"by patterns",
