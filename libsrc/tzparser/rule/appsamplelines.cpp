@@ -1,6 +1,4 @@
-// Splitting takes one forward scan: the next line feed and the next carriage return are each looked
-// for with memchr, and again only when they have been passed, so a text without carriage returns is
-// searched for one only once.
+// Splitting takes one forward scan.
 //
 // Only the begin of each line is kept, four bytes a line. A line's end is its successor's begin
 // less the line end between them, which is two bytes exactly when both bytes before that begin are
@@ -8,22 +6,12 @@
 // the pair can't be anything else.
 #include "tzparser/rule/appsamplelines.h"
 
+#include "host/text/linescan.h"
+
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 namespace {
-
-const char* Find(const char* from, const char* end, char wanted) {
-    if (from == end) return end;
-    const auto* found =
-        static_cast<const char*>(std::memchr(from, wanted, static_cast<std::size_t>(end - from)));
-    return found != nullptr ? found : end;
-}
-
-bool IsPair(char first, char second) {
-    return (first == '\r' && second == '\n') || (first == '\n' && second == '\r');
-}
 
 // Makes room for the lines of the whole text, if the rest has them as close as the part before
 // `offset`: a text of short lines then costs one move and little spare room.
@@ -46,24 +34,16 @@ bool CAppSampleLines::Assign(std::string_view text) {
     m_text.clear();
     if (text.size() > MaxText) return false;
     m_text = text;
-    const char* const base = m_text.data();
-    const char* const end = base + m_text.size();
-    const char* lineFeed = Find(base, end, '\n');
-    const char* carriageReturn = Find(base, end, '\r');
     m_begins.reserve(m_text.size() / 64 + 4);
     m_begins.push_back(0);
-    for (const char* at = base; lineFeed != end || carriageReturn != end;) {
-        at = lineFeed < carriageReturn ? lineFeed : carriageReturn;
-        at += at + 1 < end && IsPair(at[0], at[1]) ? 2 : 1;
+    for (CLineScan scan(m_text); scan.Next();) {
         if (m_begins.size() >= static_cast<std::size_t>(std::numeric_limits<int>::max())) {
             m_begins.clear();
             return false;
         }
-        const auto offset = static_cast<std::size_t>(at - base);
+        const auto offset = scan.NextBegin();
         if (m_begins.size() == m_begins.capacity()) MakeRoom(m_begins, offset, m_text.size());
         m_begins.push_back(static_cast<std::uint32_t>(offset));
-        if (lineFeed < at) lineFeed = Find(at, end, '\n');
-        if (carriageReturn < at) carriageReturn = Find(at, end, '\r');
     }
     return true;
 }
@@ -74,7 +54,7 @@ std::string_view CAppSampleLines::View(int line) const noexcept {
     const std::size_t begin = m_begins[index];
     if (index + 1 == m_begins.size()) return std::string_view(m_text).substr(begin);
     const std::size_t next = m_begins[index + 1];
-    const bool pair = next - begin >= 2 && IsPair(m_text[next - 2], m_text[next - 1]);
+    const bool pair = next - begin >= 2 && CLineScan::IsPair(m_text[next - 2], m_text[next - 1]);
     return {m_text.data() + begin, next - begin - (pair ? 2 : 1)};
 }
 
