@@ -9,6 +9,7 @@ set(TZ_FLOORS
     host/log
     host/net
     host/store
+    host/diff
     host/python
     tzparser/text
     tzparser/variable
