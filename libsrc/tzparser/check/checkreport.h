@@ -41,6 +41,12 @@ enum CheckMessage_e {
     CheckMessage_NotForFilter,
     CheckMessage_FilterPatternBroken,
     CheckMessage_NotForReader,
+    // Diff filters.
+    CheckMessage_BaselineMissing,
+    CheckMessage_BaselineWithoutRow,
+    CheckMessage_BaselineRowNumber,
+    CheckMessage_BaselineRowTwice,
+    CheckMessage_BaselineAdded,
     // Tables.
     CheckMessage_TableWithoutHeaders,
     CheckMessage_TableHeadersStatement,

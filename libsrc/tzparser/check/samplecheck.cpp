@@ -130,6 +130,10 @@ void CSampleCheck::CheckRule(const hxJson::Value& node, const std::string& path)
         CheckUnused(node, path, CheckMessage_NotForReader);
         return;
     }
+    if (type == RuleType_DiffFilter) {
+        CheckDiffFilter(node, path);
+        return;
+    }
     if (type == RuleType_Script) {
         CScriptCheck(m_report, path).Check(node);
         return;

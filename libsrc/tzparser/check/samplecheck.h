@@ -66,6 +66,8 @@ private:
     void CheckFilterLines(const hxJson::Value& node, const char* holder, const char* key,
                           const std::string& path);
     void CheckTextRule(const hxJson::Value& node, const std::string& path);
+    void CheckDiffFilter(const hxJson::Value& node, const std::string& path);
+    void CheckBaselineRow(const hxJson::Value& line, const std::string& path, std::set<int>& rows);
     void CheckTable(const hxJson::Value& node, const std::string& path);
     void CheckTableVariables(const hxJson::Value& node, CAppParseRuleTable& table,
                              const std::string& path);

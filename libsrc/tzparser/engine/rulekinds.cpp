@@ -6,6 +6,7 @@
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/script/appparserulescript.h"
 #include "tzparser/select/appparseruledesignreader.h"
+#include "tzparser/select/appparseruledifffilter.h"
 #include "tzparser/select/appparserulefilter.h"
 #include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
@@ -35,6 +36,7 @@ constexpr RuleKind RuleKinds[] = {
     {RuleType_TraceRoute, false, &Make<CAppParseRuleKeyWordTraceRT>},
     {RuleType_Script, false, &Make<CAppParseRuleScript>},
     {RuleType_Text, true, &Make<CAppParseRuleText>},
+    {RuleType_DiffFilter, true, &Make<CAppParseRuleDiffFilter>},
 };
 
 }  // namespace

@@ -99,6 +99,7 @@ private:
     void CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool inTable) const;
     void AddSampleVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
+    template <class Filter>
     void AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddTableVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;
     void AddParagraphVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const;

@@ -6,6 +6,7 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/pattern/parserpatternhelper.h"
+#include "tzparser/select/appparseruledifffilter.h"
 #include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/variable/appvariablearraydef.h"
 
@@ -49,8 +50,9 @@ void CTzParser::CreateVarTree(CAppParseRule* rule, CAppVariableDef* def, bool in
     static constexpr Kind kinds[] = {
         {RuleType_Sample, &CTzParser::AddSampleVariables},
         {RuleType_KeyWord, &CTzParser::AddKeyWordVariables},
-        {RuleType_Filter, &CTzParser::AddFilterVariables},
-        {RuleType_DesignReader, &CTzParser::AddFilterVariables},
+        {RuleType_Filter, &CTzParser::AddFilterVariables<CAppParseRuleLineSelector>},
+        {RuleType_DesignReader, &CTzParser::AddFilterVariables<CAppParseRuleLineSelector>},
+        {RuleType_DiffFilter, &CTzParser::AddFilterVariables<CAppParseRuleDiffFilter>},
         {RuleType_Table, &CTzParser::AddTableVariables},
         {RuleType_Paragraph, &CTzParser::AddParagraphVariables},
         {RuleType_Ping, &CTzParser::AddKeyWordVariables},
@@ -79,10 +81,11 @@ void CTzParser::AddKeyWordVariables(CAppParseRule& rule, CAppVariableDef& def, b
     }
 }
 
-// The lines of a filter or design reader stand beside, not above, the variables of its children.
-// The name is taken as it is, and of a filter's no Python name is made.
+// The lines of a filter, design reader or diff filter stand beside, not above, the variables of its
+// children. The name is taken as it is, and a Python name is made of a design reader's alone.
+template <class Filter>
 void CTzParser::AddFilterVariables(CAppParseRule& rule, CAppVariableDef& def, bool inTable) const {
-    const auto& name = dynamic_cast<CAppParseRuleLineSelector&>(rule).GetName();
+    const auto& name = dynamic_cast<Filter&>(rule).GetName();
     if (def.GetChild(name) == nullptr) {
         auto node = MakeVariable(def, name, AppDataType_String, inTable);
         if (rule.GetRuleType() == RuleType_DesignReader) node->SetPyName(GeneratePythonName(name));

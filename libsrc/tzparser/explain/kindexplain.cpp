@@ -3,6 +3,7 @@
 #include "tzparser/explain/boundsexplain.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/appparserulesample.h"
+#include "tzparser/select/appparseruledifffilter.h"
 #include "tzparser/select/appparserulelineselector.h"
 #include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
@@ -29,6 +30,11 @@ std::string NameOfText(const CAppParseRule& rule) {
     return text != nullptr ? text->GetName() : std::string();
 }
 
+std::string NameOfDiffFilter(const CAppParseRule& rule) {
+    const auto* filter = dynamic_cast<const CAppParseRuleDiffFilter*>(&rule);
+    return filter != nullptr ? filter->GetName() : std::string();
+}
+
 std::string NameOfTable(const CAppParseRule& rule) {
     const auto* table = dynamic_cast<const CAppParseRuleTable*>(&rule);
     return table != nullptr ? table->GetName() : std::string();
@@ -49,6 +55,7 @@ const KindRow Kinds[] = {
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfSelector}},
     {RuleType_DesignReader, {"design reader", &ExplainReader, &NameOfSelector}},
     {RuleType_Text, {"text", &ExplainText, &NameOfText}},
+    {RuleType_DiffFilter, {"diff filter", &ExplainDiffFilter, &NameOfDiffFilter}},
 };
 
 const KindExplainer OtherKind = {"rule", &ExplainBoundsAlone, &NoName};

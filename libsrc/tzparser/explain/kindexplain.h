@@ -24,6 +24,7 @@ void ExplainTraceRoute(CExplainScope& scope);
 void ExplainFilter(CExplainScope& scope);
 void ExplainReader(CExplainScope& scope);
 void ExplainText(CExplainScope& scope);
+void ExplainDiffFilter(CExplainScope& scope);
 void ExplainTable(CExplainScope& scope);
 void ExplainParagraph(CExplainScope& scope);
 

@@ -366,6 +366,30 @@ TEST(DefinitionCheck, Scripts) {
     CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":{"type":8,)", "}}}]}");
 }
 
+TEST(DefinitionCheck, DiffFilters) {
+    const Row rows[] = {
+        {"fine", R"("lines":[{"row":0,"text":"a"},{"row":1,"text":"b","added":1}])", ""},
+        {"no baseline", R"("name":"d")",
+         "@.lines: There is no array of lines, so the rule has nothing in common with any text.\n"},
+        {"a baseline of another shape", R"("lines":{"row":0,"text":"a"})",
+         "@.lines: There is no array of lines, so the rule has nothing in common with any text.\n"},
+        {"no row to compare", R"("lines":[{"row":-1,"text":"a"},{"row":0},7])",
+         "@.lines[2]: This is not an object and is ignored.\n"
+         "@.lines: No row has a text and a number from 0, so the rule has nothing in common with "
+         "any text.\n"},
+        {"rows", R"("lines":[{"text":"a"},{"row":0,"text":"b","added":"yes"}])",
+         "@.lines[0].row: There is no integer \"row\"; this is taken for the row 0.\n"
+         "@.lines[1]: An earlier element is the row 0 too; this text takes the place of its text.\n"
+         "@.lines[1].added: Only true, false and integers count here; the row isn't marked as "
+         "added.\n"},
+        {"bounds", R"("nistart":{"type":2,"pattern":"a"},"lines":[{"row":0,"text":"a"}])",
+         "@.nistart: A filter takes no bounds and no operations; this is ignored.\n"},
+    };
+    CheckAll(rows, R"({"samples":[{"parserRules":{"parserule":[{"type":9,)", "}]}}]}",
+             "samples[0].parserRules.parserule[0]");
+}
+
+// Raw strings hold JSON: a backslash of an expression stands twice.
 TEST(DefinitionCheck, Statements) {
     const Row rows[] = {
         {"sound",

@@ -294,6 +294,39 @@ TEST(Explain, Filters) {
     CheckAll(rows);
 }
 
+TEST(Explain, DiffFilters) {
+    const std::string rows3 =
+        R"("lines":[{"row":0,"text":"a"},{"row":1,"text":"b","added":true},{"row":2,"text":"c"}])";
+    const auto nested = R"({"type":9,"name":"d",)" + rows3 + R"(,"child":{"parserule":[)" +
+                        R"({"type":9,"name":"e","lines":[{"row":2}]}]}})";
+    const Row rows[] = {
+        {"rows, lines kept and closed, and one below", nested.c_str(), "new\na\nb\nc",
+         "diff filter d 0-4 2\n"
+         "  3 of 3 rows have a text and a number in the range, from 0 to 3\n"
+         "  the first of 2 lines kept comes from row 0 @1\n"
+         "  the first of 2 lines kept whose row has another number; it comes from row 0 @1\n"
+         "  the first of 1 line closed, which no row is common with @0\n"
+         "  the first of 1 line closed, which a row marked as added has @2\n"
+         "diff filter e 0-4 1\n"
+         "  takes the comparison of the diff filter above it, and looks for its own 1 row in it\n"
+         "  the first of 1 line kept comes from row 2 @3\n"
+         "  the first of 1 line kept whose row has another number; it comes from row 2 @3\n"
+         "  the first of 1 line closed, which no row is common with @1\n"},
+        {"no row in the range",
+         R"({"type":9,"name":"d","lines":[{"row":7,"text":"a"}],"child":{"parserule":[{}]}},)"
+         R"({"keywords":{"keyword":["$w"]}})",
+         "a",
+         "diff filter d 0-1 1\n"
+         "  ! 0 of 1 row has a text and a number in the range, from 0 to 0, so it fails and "
+         "nothing "
+         "below it runs\n"
+         "keyword\n"
+         "keyword 0-1 1\n"
+         "  \"$w\" matched: $w = \"a\" @0\n"},
+    };
+    CheckAll(rows);
+}
+
 TEST(Explain, Tables) {
     const std::string ports =
         R"({"type":3,"name":"ports","headers":"Port;Name;VLAN","headertovariables":"Port:$port;)"
