@@ -112,6 +112,10 @@ public:
         const std::map<std::string, std::vector<CAppTextLet>>& parentValues);
 
     bool AddToVariableTree(CAppVariableDef* parent) override;
+    // KVPs and statements are added to those there are, and nothing is compiled; types replace the
+    // types there are.
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     bool IsNoneExist() override;
@@ -203,7 +207,8 @@ private:
     virtual void AppendKeywordVariables(std::vector<std::string>& names);
 
     Definition& EditDefinition();
-    void LoadVariableTypes(const hxJson::Value& types);
+    void LoadVariableTypes(const std::vector<std::string>& entries);
+    std::vector<std::string> VariableTypeEntries() const;
     bool ResolveKeywordLine(const std::string& kvp, std::vector<std::string>& names);
     const Kvp* FindResolved(const std::string& kvp) const;
     bool IsFirstChildOfParagraph() const;

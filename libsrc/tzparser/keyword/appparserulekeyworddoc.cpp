@@ -30,15 +30,15 @@ bool CAppParseRuleKeyWord::LoadParseRule(const hxJson::Value& node) {
         for (const auto& statement : ReadTexts(statements, KeyWordKey::Statement))
             AddStatement(statement);
     const auto& types = node[KeyWordKey::VariableTypes];
-    if (types.isObject()) LoadVariableTypes(types);
+    if (types.isObject()) LoadVariableTypes(ReadTexts(types, KeyWordKey::VariableType));
     PreparePlan();
     return true;
 }
 
-void CAppParseRuleKeyWord::LoadVariableTypes(const hxJson::Value& types) {
+void CAppParseRuleKeyWord::LoadVariableTypes(const std::vector<std::string>& entries) {
     auto& definition = EditDefinition();
     definition.variableTypes.clear();
-    for (const auto& entry : ReadTexts(types, KeyWordKey::VariableType)) {
+    for (const auto& entry : entries) {
         const auto colon = entry.find(':');
         if (colon != std::string::npos)
             definition.variableTypes.try_emplace(entry.substr(0, colon), entry.substr(colon + 1));
@@ -48,9 +48,14 @@ void CAppParseRuleKeyWord::LoadVariableTypes(const hxJson::Value& types) {
 bool CAppParseRuleKeyWord::SaveParseRule(hxJson::Value& node) {
     WriteTexts(m_definition->kvps, node[KeyWordKey::KeyWords], KeyWordKey::KeyWord);
     WriteTexts(m_definition->statements, node[KeyWordKey::Statements], KeyWordKey::Statement);
-    std::vector<std::string> types;
-    types.reserve(m_definition->variableTypes.size());
-    for (const auto& [name, type] : m_definition->variableTypes) types.push_back(name + ":" + type);
-    WriteTexts(types, node[KeyWordKey::VariableTypes], KeyWordKey::VariableType);
+    WriteTexts(VariableTypeEntries(), node[KeyWordKey::VariableTypes], KeyWordKey::VariableType);
     return true;
+}
+
+std::vector<std::string> CAppParseRuleKeyWord::VariableTypeEntries() const {
+    std::vector<std::string> entries;
+    entries.reserve(m_definition->variableTypes.size());
+    for (const auto& [name, type] : m_definition->variableTypes)
+        entries.push_back(name + ":" + type);
+    return entries;
 }

@@ -134,6 +134,10 @@ public:
     // Clears the values of all keyword rules below a rule. Rows of tables stay.
     void ClearChildParagraphVariablePos(CAppParseRule* rule);
 
+    // The XML form keeps each field under its own name, groups of several lines too, but no id
+    // lines and no parent line. Nothing is compiled.
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     bool AddToVariableTree(CAppVariableDef* def) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;

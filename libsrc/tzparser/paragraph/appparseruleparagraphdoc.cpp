@@ -2,22 +2,9 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/paragraph/paragraphkeys.h"
-#include "tzparser/text/appstrutil.h"
+#include "tzparser/rule/delimitedset.h"
 
 namespace {
-
-constexpr const char* Separator = ";";
-
-void InsertPieces(const hxJson::Value& value, std::set<std::string>& pieces) {
-    pieces.merge(AppStrUtil::StrSplitToSet(value.asString(), Separator, false));
-}
-
-std::string JoinPieces(const std::set<std::string>& pieces) {
-    std::string joined;
-    for (const auto& piece : pieces)
-        joined += (&piece == &*pieces.begin() ? "" : Separator) + piece;
-    return joined;
-}
 
 void AppendTexts(const hxJson::Value& list, std::vector<std::string>& texts) {
     if (!list.isArray()) return;
@@ -34,7 +21,7 @@ void AppendTexts(const hxJson::Value& list, std::vector<std::string>& texts) {
 bool CAppParseRuleParagraph::LoadParseRule(const hxJson::Value& node) {
     auto& definition = EditDefinition();
     definition.name = node[ParagraphKey::Name].asString();
-    InsertPieces(node[ParagraphKey::KeyVariables], definition.keyVars);
+    InsertPieces(node[ParagraphKey::KeyVariables].asString(), definition.keyVars);
     definition.startExpr = node[ParagraphKey::StartLine].asString();
     definition.endExpr = node[ParagraphKey::EndLine].asString();
     definition.isLineAsParagraph = node[ParagraphKey::IsLineAsParagraph].asBool();
@@ -47,7 +34,7 @@ bool CAppParseRuleParagraph::LoadParseRule(const hxJson::Value& node) {
     definition.tableCmpSort = node[ParagraphKey::HashSort].asBool();
     definition.isExcludeEndLine = node[ParagraphKey::ExcludeEndLine].asBool();
     definition.isUsePreVars = node[ParagraphKey::IsUsePreVars].asBool();
-    InsertPieces(node[ParagraphKey::UsePreVars], definition.followVars);
+    InsertPieces(node[ParagraphKey::UsePreVars].asString(), definition.followVars);
     AppendTexts(node[ParagraphKey::IdLines], definition.idLines);
     definition.parentLine = node[ParagraphKey::ParentLine].asString();
     SetRuleModify();

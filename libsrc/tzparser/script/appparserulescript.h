@@ -105,6 +105,10 @@ public:
     bool Parse(const std::string& text, int startLine, int endLine,
                IAppVariableCallback* callback) override;
 
+    // The elements are read in the order in which they are written; one that stands before an
+    // earlier one of them isn't found. Keys and hash columns of tables aren't part of the XML form.
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     bool AddToVariableTree(CAppVariableDef* def) override;
     // "name" is a plain variable, "table.column" a column; a "$" may stand in front of either.
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
@@ -165,6 +169,10 @@ private:
 
     void LoadTables(const hxJson::Value& node);
     void LoadTable(const hxJson::Value& element, const hxJson::Value& node);
+
+    void LoadTablesFromXml(CMarkup& xml);
+    void LoadTableFromXml(CMarkup& xml);
+    bool SaveTableToXml(CMarkup& xml, const std::string& name, const TypeMap& types) const;
 
     bool InnerParseByScript(const std::string& text);
     bool RunScript(const std::string& text, CScriptCode& code, _object* globals);

@@ -114,6 +114,9 @@ public:
     // Below a paragraph, notes the status of a run over a range; otherwise does nothing.
     void SetLineStatus(const AppLineStatus& status, int startLine, int endLine);
 
+    // Lists are added to those there are; nothing is compiled. The XML form keeps all fields.
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     bool AddToVariableTree(CAppVariableDef* def) override;
     // For the rule's name, one character in front allowed: one let a status with the text of its
     // open lines, parted by "\r\n", without a position.

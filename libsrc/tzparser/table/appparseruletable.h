@@ -174,6 +174,9 @@ public:
     // may be that of a keyword rule in a paragraph above: each row gets the value of its paragraph.
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
+    // The XML form keeps what the JSON form loses, but for the exclude lines.
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     // Whether some cell has an empty span.
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
@@ -254,6 +257,9 @@ private:
     void LoadHeaderVars(const std::string& text);
     void LoadExcludeLines(const hxJson::Value& node);
     std::string HeaderVarsText() const;
+    void LoadVariableTypes(const std::vector<std::string>& entries);
+    std::vector<std::string> VariableTypeEntries() const;
+    void LoadColumnsFromXml(CMarkup& xml);
 
     std::shared_ptr<const Plan> MakePlan();
     std::shared_ptr<const Plan> PlanOfRun();

@@ -1,4 +1,5 @@
 // The rule's document.
+#include "tzparser/rule/delimitedset.h"
 #include "tzparser/table/appparseruletable.h"
 #include "tzparser/table/tablekeys.h"
 #include "tzparser/table/tabletext.h"
@@ -17,25 +18,11 @@ std::pair<std::string, std::string> CutAtColon(const std::string& entry, std::si
     return {entry.substr(0, colon), entry.substr(colon + 1)};
 }
 
-void InsertPieces(const std::string& text, std::set<std::string>& pieces) {
-    for (const auto& piece : AppStrUtil::StrSplit(text, ListSeparator, false)) pieces.insert(piece);
-}
-
-std::string JoinPieces(const std::set<std::string>& pieces) {
-    return AppStrUtil::StrJoin({pieces.begin(), pieces.end()}, ListSeparator);
-}
-
-std::map<std::string, std::string> ReadTypes(const hxJson::Value& list) {
-    std::map<std::string, std::string> types;
-    for (const auto& element : list) {
-        if (!element.isObject()) continue;
-        const auto entry = element[TableKey::VariableType].asString();
-        const auto colon = entry.find(':');
-        if (colon == std::string::npos) continue;
-        auto [name, type] = CutAtColon(entry, colon);
-        types[name] = std::move(type);
-    }
-    return types;
+std::vector<std::string> ReadTypes(const hxJson::Value& list) {
+    std::vector<std::string> entries;
+    for (const auto& element : list)
+        if (element.isObject()) entries.push_back(element[TableKey::VariableType].asString());
+    return entries;
 }
 
 std::set<std::string> ReadTexts(const hxJson::Value& list) {
@@ -69,7 +56,7 @@ bool CAppParseRuleTable::LoadParseRule(const hxJson::Value& node) {
         TableText::LeadingNumber(node[TableKey::IsUsePreVars].asCString()) != 0;
     InsertPieces(node[TableKey::UsePreVars].asString(), definition.followVars);
     if (const auto& types = node[TableKey::VariableTypes]; types.isArray())
-        definition.variableTypes = ReadTypes(types);
+        LoadVariableTypes(ReadTypes(types));
     LoadExcludeLines(node);
     SetRuleModify();
     auto plan = MakePlan();
@@ -85,6 +72,26 @@ void CAppParseRuleTable::LoadHeaderVars(const std::string& text) {
             colon == std::string::npos ? std::pair(entry, entry) : CutAtColon(entry, colon);
         AddHeaderVar(header, pattern);
     }
+}
+
+// Of two entries with one name the last stays; one without a colon is passed over.
+void CAppParseRuleTable::LoadVariableTypes(const std::vector<std::string>& entries) {
+    auto& types = EditDefinition().variableTypes;
+    types.clear();
+    for (const auto& entry : entries) {
+        const auto colon = entry.find(':');
+        if (colon == std::string::npos) continue;
+        auto [name, type] = CutAtColon(entry, colon);
+        types[name] = std::move(type);
+    }
+}
+
+std::vector<std::string> CAppParseRuleTable::VariableTypeEntries() const {
+    std::vector<std::string> entries;
+    entries.reserve(m_definition->variableTypes.size());
+    for (const auto& [name, type] : m_definition->variableTypes)
+        entries.push_back(name + ":" + type);
+    return entries;
 }
 
 void CAppParseRuleTable::LoadExcludeLines(const hxJson::Value& node) {
@@ -114,8 +121,7 @@ bool CAppParseRuleTable::SaveParseRule(hxJson::Value& node) {
     node[TableKey::UsePreVars] = JoinPieces(m_definition->followVars);
     node[TableKey::IsUsePreVars] = m_definition->isUsePreVars;
     auto& types = node[TableKey::VariableTypes] = hxJson::Value(hxJson::arrayValue, false);
-    for (const auto& [name, type] : m_definition->variableTypes)
-        types.append(hxJson::Value(name + ":" + type));
+    for (const auto& entry : VariableTypeEntries()) types.append(hxJson::Value(entry));
     return true;
 }
 
