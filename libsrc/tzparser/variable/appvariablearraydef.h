@@ -22,6 +22,8 @@ public:
 protected:
     bool LoadVariable(const hxJson::Value& value) override;
     bool SaveVariable(hxJson::Value& value) override;
+    void LoadVariableFromXml(CMarkup& xml) override;
+    bool SaveVariableToXml(CMarkup& xml) const override;
     std::unique_ptr<CAppVariableDef> CloneShallow() const override;
     bool EqualSelf(const CAppVariableDef& other) const override;
 

@@ -12,6 +12,7 @@
 
 #include <boost/core/noncopyable.hpp>
 
+class CMarkup;
 namespace hxJson {
 class Value;
 }
@@ -208,10 +209,26 @@ public:
     /// Writes the node and all below it. Returns the result of `SaveVariable` of this node.
     bool Save(hxJson::Value& value) override;
 
+    /// The XML form stands in an element that the caller adds or finds, usually named "variable",
+    /// and that is the cursor's current one before and after; false without a current element.
+    ///
+    ///     xml.AddElem("variable");
+    ///     root.SaveToXml(xml);
+    ///
+    /// Reading keeps the fields whose attributes or elements are missing; a child of a name that is
+    /// taken is dropped. Writing is false too when the tree is deeper than a document may be: all
+    /// that has room stands in it.
+    virtual bool LoadFromXml(CMarkup& xml);
+    virtual bool SaveToXml(CMarkup& xml) const;
+
 protected:
     /// The keys that a subclass adds to the document; nothing here.
     virtual bool LoadVariable(const hxJson::Value& value);
     virtual bool SaveVariable(hxJson::Value& value);
+    /// The same in XML. The cursor's level is the inside of the node's element: reading starts
+    /// before its first child, writing appends behind the last.
+    virtual void LoadVariableFromXml(CMarkup& xml);
+    virtual bool SaveVariableToXml(CMarkup& xml) const;
     /// A new object of the same class with the same fields, without children, built-in properties,
     /// parent, Python name and initial expression.
     virtual std::unique_ptr<CAppVariableDef> CloneShallow() const;
@@ -231,6 +248,8 @@ private:
     void LinkChild(CAppVariableDef* child);
     void LoadFields(const hxJson::Value& value);
     void SaveFields(hxJson::Value& value) const;
+    void LoadFieldsFromXml(const CMarkup& xml);
+    bool SaveFieldsToXml(CMarkup& xml) const;
     static void DestroyBelow(CAppVariableDef& root) noexcept;
 
     std::string m_name;

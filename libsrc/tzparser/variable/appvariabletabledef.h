@@ -13,6 +13,9 @@
 ///
 /// Its data type is 11. A table that is shared by parses of several threads must not be written to;
 /// the setters of row count and hash write only what differs. Otherwise as `CAppVariableDef`.
+///
+/// XML holds the key columns and the export flag alone, and a table read from XML that doesn't tell
+/// the flag is exported.
 class TZPARSER_API CAppVariableTableDef : public CAppVariableDef {
 public:
     CAppVariableTableDef();
@@ -60,6 +63,8 @@ public:
 protected:
     bool LoadVariable(const hxJson::Value& value) override;
     bool SaveVariable(hxJson::Value& value) override;
+    void LoadVariableFromXml(CMarkup& xml) override;
+    bool SaveVariableToXml(CMarkup& xml) const override;
     std::unique_ptr<CAppVariableDef> CloneShallow() const override;
     bool EqualSelf(const CAppVariableDef& other) const override;
     const std::vector<std::string>* KeyColumns() const override { return &m_keys; }

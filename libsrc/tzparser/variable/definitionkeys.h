@@ -1,6 +1,6 @@
 #pragma once
 
-/// The keys of a variable definition in a JSON document.
+/// The keys of a variable definition in a JSON document; in XML the elements of the same names.
 namespace DefinitionKeys {
 
 inline constexpr const char* kDataType = "@data_type";
@@ -17,5 +17,10 @@ inline constexpr const char* kHashSort = "hashsort";  // holds the table's hash
 inline constexpr const char* kExportToCsv = "export_to_csv";
 
 inline constexpr const char* kBaseType = "base_type";
+
+// In XML alone: the attributes of a definition's element, and what "keys" holds.
+inline constexpr const char* kDataTypeAttribute = "data_type";
+inline constexpr const char* kVarTypeAttribute = "var_type";
+inline constexpr const char* kKey = "key";
 
 }  // namespace DefinitionKeys
