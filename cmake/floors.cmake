@@ -25,7 +25,8 @@ set(TZ_FLOORS
     tzparser/identify
     tzparser/engine
     tzparser/check
-    tzparser/explain)
+    tzparser/explain
+    tzparser/convert)
 
 # tz_floor(NAME SOURCES... ) makes the object library of one floor, called from the folder's own list.
 function(tz_floor name)

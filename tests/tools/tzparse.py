@@ -205,6 +205,32 @@ class TzparseTest(unittest.TestCase):
         self.fails(2, "cannot find matched parser.", "diff", empty, old, new)
         self.fails(2, "only one of", "diff", document, "-", "-")
 
+    def test_convert(self):
+        document = self.file("d.json", definition("^up $int:up"))
+        xml = Run("convert", document, "--to", "xml")
+        self.assertEqual((xml.status, xml.err), (0, ""))
+        self.assertIn(b"<keyword>^up $int:up</keyword>", xml.out)
+        back = Run("convert", "-", "--to=json", stdin=xml.out)
+        self.assertEqual((back.status, back.err), (0, ""))
+        self.assertEqual(self.values(back.out, b"up 5"), {"up": 5})
+        lossy = self.file("l.json", json.dumps({"samples": [
+            {"index": 1, "parserRules": {"parserule": [{"xxid": "a"}]}, "tableKeys": ["t.c"]}]}).encode())
+        target = self.folder / "rules.xml"
+        run = Run("convert", lossy, "--to", "xml", "-o", target)
+        self.assertEqual((run.status, run.out), (1, b""))
+        self.assertEqual(run.err, "samples[0].tableKeys: XML has no place for it\n"
+                         "samples[0].parserRules.parserule[0].xxid (keyword): XML has no place for it\n")
+        self.assertIn(b"<parserules>", target.read_bytes())
+        two = self.file("two.json", b'{"samples":[{"index":1},{"index":4}]}')
+        self.assertEqual(Run("convert", two, "--to", "xml", "--sample", 4).status, 1)
+        for words, args in [("numbers 1, 4", [two, "--to", "xml"]), ("--to is required", [document]),
+                            ("not XML", [document, "--to", "json"]), ("not JSON", [target, "--to", "xml"]),
+                            ("--sample", [target, "--to", "json", "--sample", 1]),
+                            ("cannot write", [document, "--to", "xml", "-o", "/dev/full"]),
+                            ("yaml", [document, "--to", "yaml"])]:
+            with self.subTest(words=words):
+                self.fails(2, words, "convert", *args)
+
     def test_records(self):
         document = self.file("d.json", definition("^up $int:up", "^host $host"))
         record = Run("parse", document, "-", "--format=record", stdin=b"up 5\nhost x").out

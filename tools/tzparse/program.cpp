@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include "checkcommand.h"
+#include "convertcommand.h"
 #include "diffcommand.h"
 #include "explaincommand.h"
 #include "identifycommand.h"
@@ -36,6 +37,7 @@ Commands MakeCommands(CLI::App& app) {
     commands.push_back(std::make_unique<CExplainCommand>(app));
     commands.push_back(std::make_unique<CDiffCommand>(app));
     commands.push_back(std::make_unique<CRecordCommand>(app));
+    commands.push_back(std::make_unique<CConvertCommand>(app));
     commands.push_back(std::make_unique<CInventoryCommand>(app));
     app.set_version_flag(VersionFlags, Version, VersionHelp);
     for (auto* command : app.get_subcommands(nullptr))

@@ -197,6 +197,10 @@ bool CMarkup::AddElem(const std::string& name, int value, int flags) {
     return AddElem(name, std::to_string(value), flags);
 }
 
+std::string CMarkup::GetTagName() const {
+    return m_tree->m_current.name();
+}
+
 std::string CMarkup::GetData() const {
     return DataOf(m_tree->Subject());
 }

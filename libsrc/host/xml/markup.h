@@ -73,6 +73,8 @@ public:
     bool AddElem(const std::string& name, const char* value, int flags = 0);
     bool AddElem(const std::string& name, int value, int flags = 0);
 
+    // The name of the current element; empty without one.
+    std::string GetTagName() const;
     // The element's own character data; white space between child elements isn't data. Empty
     // without an element.
     std::string GetData() const;
