@@ -48,6 +48,8 @@ public:
     std::vector<SelectedLine> FindLines(const CAppLineStatus& above, int startLine,
                                         int endLine) const;
 
+    bool LoadFromXml(CMarkup& xml) override;
+    bool SaveToXml(CMarkup& xml) override;
     // The name, with the variables of the rules below beside it.
     bool AddToVariableTree(CAppVariableDef* def) override;
     // For the rule's name, one character in front allowed: the text that the reader selected, as it

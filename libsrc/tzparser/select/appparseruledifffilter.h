@@ -45,6 +45,8 @@ public:
     // The nearest diff filter above, whose mapping a run takes over; null when there is none.
     const CAppParseRuleDiffFilter* GetOuterDiffFilter() const;
 
+    // Adds rows to those there are. Saving as XML writes nothing of the rule.
+    bool LoadFromXml(CMarkup& xml) override;
     bool AddToVariableTree(CAppVariableDef* def) override;
     // For the rule's name, one character in front allowed: a let with the text of the open lines,
     // parted by line feeds, without a position.

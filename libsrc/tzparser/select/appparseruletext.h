@@ -42,6 +42,8 @@ public:
     // False only when a bound isn't found; what an earlier parse found then stays.
     bool Parse(const std::string& text, int startLine, int endLine,
                IAppVariableCallback* callback) override;
+    // Adds records to those there are. Saving as XML writes nothing of the rule.
+    bool LoadFromXml(CMarkup& xml) override;
     // The variable, a string, with those of the rules below in it.
     bool AddToVariableTree(CAppVariableDef* def) override;
     // For the rule's name, with or without "$": the found lines parted by line feeds as one let

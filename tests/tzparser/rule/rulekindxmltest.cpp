@@ -3,7 +3,9 @@
 #include "host/xml/markup.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/script/appparserulescript.h"
+#include "tzparser/select/appparseruledifffilter.h"
 #include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
 
 #include "support/letdump.h"
@@ -81,6 +83,10 @@ TEST(RuleKindXml, FormsOfTheKindsComeBack) {
          "<excludelines /><filterloop>0</filterloop><excludeendline>1</excludeendline>"
          "<excludebeginline>0</excludebeginline><asconfiglet>0</asconfiglet><child>" +
              NoKeyWord + "</child></parserule>"},
+        {"design reader",
+         "<parserule><type>2</type><name>d</name><drname>n</drname><drcode>x &lt; "
+         "1</drcode><child>" +
+             KeyWordXml("k") + "</child></parserule>"},
         {"paragraph",
          "<parserule><type>4</type><name>p</name><keyvariables>$a;$b</keyvariables>"
          "<startline>interface $a</startline><endline>!</endline><islineasparagraph>1"
@@ -170,6 +176,49 @@ TEST(RuleKindXml, ReadsWhatIsThere) {
         sample->Save(saved);
         EXPECT_EQ(saved["parserules"]["parserule"][0U].toString(false), row.json);
     }
+}
+
+// Rules of these kinds read their elements, a text rule though no document leads to one. They write
+// what stands below them, without an element of their own around that.
+TEST(RuleKindXml, DiffFiltersAndTextRulesAreNotWritten) {
+    const std::string elements =
+        "<lines><row>7</row><text> a </text></lines><name>t</name><lines><text>b</text>"
+        "<added>1</added></lines><lines><row>7</row><text>c</text><added>0</added></lines><lines/>";
+    struct Row {
+        CAppParseRule* rule;
+        const char* json;
+    };
+    CAppParseRuleSample sample("test");
+    const Row rows[] = {
+        {new CAppParseRuleText(&sample),
+         R"({"lines":[{"row":7,"text":" a "},{"row":-1,"text":"b"},{"row":7,"text":"c"},)"
+         R"({"row":-1,"text":""}],"name":"t"})"},
+        {new CAppParseRuleDiffFilter(&sample),
+         R"({"lines":[{"added":true,"row":-1,"text":""},{"row":7,"text":"c"}],"name":"t"})"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rule->GetRuleType());
+        sample.AddChildRule(row.rule);
+        CMarkup xml;
+        ASSERT_TRUE(xml.SetDoc("<rule>" + elements + "</rule>"));
+        xml.FindElem("rule");
+        xml.IntoElem();
+        EXPECT_TRUE(row.rule->LoadFromXml(xml));
+        hxJson::Value json;
+        row.rule->Save(json);
+        EXPECT_EQ(json.toString(false), row.json);
+        EXPECT_EQ(SaveXml(sample), "");
+        row.rule->AddChildRule(new CAppParseRuleKeyWord(row.rule));
+        const auto saved = SaveXml(sample);
+        EXPECT_EQ(saved, "<child>" + NoKeyWord + "</child>");
+        EXPECT_TRUE(LoadXml(saved)->IsLeaf());
+        sample.DelChildRule(row.rule);
+    }
+    const std::string diff = "<parserule><type>9</type>" + elements + "</parserule>";
+    const auto read =
+        LoadXml(diff + "<parserule><type>3</type><child>" + diff + "</child></parserule>");
+    EXPECT_EQ(FirstOf<CAppParseRuleDiffFilter>(*read).GetLines().m_rows.size(), 2U);
+    EXPECT_EQ(FirstOf<CAppParseRuleDiffFilter>(*read->Children()[1]).GetName(), "t");
 }
 
 // The built-in forms bring lines of their own, to which those of a document are added.
