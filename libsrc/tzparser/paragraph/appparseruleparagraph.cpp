@@ -63,7 +63,7 @@ private:
 };
 
 CAppParseRuleParagraph::CAppParseRuleParagraph(CAppParseRule* parent)
-    : CAppParseRule(RuleType_Paragraph, parent) {
+    : CAppParseRuleKeyed(RuleType_Paragraph, parent) {
     CAppParseRule::AddChildRule(new CAppParseRuleKeyWord(this));
 }
 
@@ -78,6 +78,7 @@ bool CAppParseRuleParagraph::OnCopyTo(CAppParseRule* target) {
     if (other == nullptr) return false;
     if (other != this) {
         other->m_definition = m_definition;
+        CopyComparisonTo(*other);
         other->m_ranges = m_ranges;
         other->m_runPlan = m_runPlan;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tzparser/paragraph/tablefilling.h"
-#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/appparserulekeyed.h"
 #include "tzparser/rule/paragraphscope.h"
 
 #include <climits>
@@ -48,7 +48,7 @@ class CAppParseRuleTable;
 //
 // Patterns are compiled when the definition is loaded, otherwise by the first parse; clones share
 // them. One thread at a time uses a rule.
-class TZPARSER_API CAppParseRuleParagraph : public CAppParseRule, public IParagraphScope {
+class TZPARSER_API CAppParseRuleParagraph : public CAppParseRuleKeyed, public IParagraphScope {
 public:
     explicit CAppParseRuleParagraph(CAppParseRule* parent);
     ~CAppParseRuleParagraph() override;
@@ -153,21 +153,6 @@ public:
     // there is none.
     std::string GetKeyVariableValue(const std::string& name, int index) const;
 
-    void GetTableKeys(std::set<std::string>& keys) const override;
-    void AddTableKey(const std::string& key) override;
-    void GetTableInterfaceKeys(std::set<std::string>& keys) const override;
-    void AddTableInterfaceKey(const std::string& key) override;
-    using CAppParseRule::GetTableKeysEx;
-    std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const override;
-    int GetTableCmpColumns(std::set<std::string>& columns) const override;
-    void SetTableCmpColumns(std::set<std::string>& columns) override;
-    bool IsTableCmpSort() const override { return m_definition->tableCmpSort; }
-    void SetTableCmpSort(bool sort) override;
-    int GetTableRowCount() const override { return m_definition->tableRowCount; }
-    void SetTableRowCount(int count) override;
-    const std::string& GetTableHash() const override { return m_definition->tableHash; }
-    void SetTableHash(const std::string& hash) override;
-
 protected:
     bool LoadParseRule(const hxJson::Value& node) override;
     // Writes a part of the fields only, and one flag under another's key.
@@ -203,12 +188,6 @@ private:
         bool isUsePreVars = false;
         std::vector<std::string> idLines;
         std::string parentLine;
-        std::set<std::string> tableKeys;
-        std::set<std::string> tableInterfaceKeys;
-        std::set<std::string> tableCmpColumns;
-        bool tableCmpSort = false;
-        int tableRowCount = 0;
-        std::string tableHash;
         std::shared_ptr<const Plan> plan;  // made when the definition is loaded
     };
 
@@ -257,8 +236,6 @@ private:
     Definition& EditDefinition();
     template <class T>
     void Assign(T Definition::*field, const T& value);
-    template <class T>
-    void AssignOther(T Definition::*field, const T& value);
     std::shared_ptr<const Plan> MakePlan();
     std::shared_ptr<const Plan> PlanOfRun();
     bool IsBelowParagraph() const;

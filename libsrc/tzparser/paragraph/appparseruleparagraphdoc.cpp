@@ -28,10 +28,11 @@ bool CAppParseRuleParagraph::LoadParseRule(const hxJson::Value& node) {
     definition.lineAsParagraph = node[ParagraphKey::LineAsParagraph].asBool() ? 1 : 0;
     const auto& hashColumns = node[ParagraphKey::HashColumns];
     if (hashColumns.isArray()) {
-        definition.tableCmpColumns.clear();
-        for (const auto& column : hashColumns) definition.tableCmpColumns.insert(column.asString());
+        std::set<std::string> columns;
+        for (const auto& column : hashColumns) columns.insert(column.asString());
+        SetTableCmpColumns(columns);
     }
-    definition.tableCmpSort = node[ParagraphKey::HashSort].asBool();
+    SetTableCmpSort(node[ParagraphKey::HashSort].asBool());
     definition.isExcludeEndLine = node[ParagraphKey::ExcludeEndLine].asBool();
     definition.isUsePreVars = node[ParagraphKey::IsUsePreVars].asBool();
     InsertPieces(node[ParagraphKey::UsePreVars].asString(), definition.followVars);

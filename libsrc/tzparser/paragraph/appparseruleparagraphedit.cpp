@@ -17,13 +17,6 @@ void CAppParseRuleParagraph::Assign(T Definition::*field, const T& value) {
     SetRuleModify();
 }
 
-template <class T>
-void CAppParseRuleParagraph::AssignOther(T Definition::*field, const T& value) {
-    if ((*m_definition).*field == value) return;
-    m_definition.Edit().*field = value;
-    SetRuleModify();
-}
-
 // Alone among the setters this one leaves the root's mark of a changed definition as it is.
 void CAppParseRuleParagraph::SetName(const std::string& name) {
     m_definition.Edit().name = name;
@@ -98,60 +91,9 @@ void CAppParseRuleParagraph::Reset() {
     empty.name = old->name;
     empty.idLines = old->idLines;
     empty.parentLine = old->parentLine;
-    empty.tableInterfaceKeys = old->tableInterfaceKeys;
     EditDefinition() = std::move(empty);
+    ResetComparison();
     m_ranges.Clear();
     if (auto* keyword = GetFirstKeywordRule()) keyword->Reset();
     SetRuleModify();
-}
-
-void CAppParseRuleParagraph::GetTableKeys(std::set<std::string>& keys) const {
-    keys = m_definition->tableKeys;
-}
-
-void CAppParseRuleParagraph::AddTableKey(const std::string& key) {
-    m_definition.Edit().tableKeys.insert(key);
-}
-
-void CAppParseRuleParagraph::GetTableInterfaceKeys(std::set<std::string>& keys) const {
-    keys = m_definition->tableInterfaceKeys;
-}
-
-void CAppParseRuleParagraph::AddTableInterfaceKey(const std::string& key) {
-    m_definition.Edit().tableInterfaceKeys.insert(key);
-}
-
-// The keys of an outer paragraph are keys of those nested in it, also through filters between.
-std::set<std::string> CAppParseRuleParagraph::GetTableKeysEx(bool interfaceKeysOnly) const {
-    auto keys = m_definition->tableInterfaceKeys;
-    if (!interfaceKeysOnly && keys.empty()) keys = m_definition->tableKeys;
-    const auto* above = GetParentRule();
-    while (above != nullptr && above->GetRuleType() == RuleType_Filter)
-        above = above->GetParentRule();
-    if (const auto* outer = above != nullptr ? above->AsParagraphScope() : nullptr) {
-        auto outerKeys = outer->GetTableKeysEx(interfaceKeysOnly);
-        keys.merge(outerKeys);
-    }
-    return keys;
-}
-
-int CAppParseRuleParagraph::GetTableCmpColumns(std::set<std::string>& columns) const {
-    columns = m_definition->tableCmpColumns;
-    return static_cast<int>(m_definition->tableCmpColumns.size());
-}
-
-void CAppParseRuleParagraph::SetTableCmpColumns(std::set<std::string>& columns) {
-    AssignOther(&Definition::tableCmpColumns, columns);
-}
-
-void CAppParseRuleParagraph::SetTableCmpSort(bool sort) {
-    AssignOther(&Definition::tableCmpSort, sort);
-}
-
-void CAppParseRuleParagraph::SetTableRowCount(int count) {
-    AssignOther(&Definition::tableRowCount, count);
-}
-
-void CAppParseRuleParagraph::SetTableHash(const std::string& hash) {
-    AssignOther(&Definition::tableHash, hash);
 }

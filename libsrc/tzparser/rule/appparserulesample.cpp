@@ -18,17 +18,10 @@ bool NamesOriginalResult(const std::string& name) {
            (!view.empty() && view.front() == '$' && view.substr(1, result.size()) == result);
 }
 
-template <class T>
-bool Assign(T& field, const T& value) {
-    if (field == value) return false;
-    field = value;
-    return true;
-}
-
 }  // namespace
 
 CAppParseRuleSample::CAppParseRuleSample(const std::string& name)
-    : CAppParseRule(RuleType_Sample, nullptr), m_name(name) {}
+    : CAppParseRuleHashed(RuleType_Sample, nullptr), m_name(name) {}
 
 CAppParseRuleSample::~CAppParseRuleSample() = default;
 
@@ -133,7 +126,8 @@ CAppParseRule* CAppParseRuleSample::CreateObject(CAppParseRule*) {
     return new CAppParseRuleSample("");
 }
 
-// Keys aren't copied: the table rules below hold theirs already, and a clone needs nothing else.
+// Keys and what a caller keeps for comparing aren't copied: the table rules below hold their keys
+// already, and a clone needs nothing else.
 bool CAppParseRuleSample::OnCopyTo(CAppParseRule* target) {
     auto* sample = dynamic_cast<CAppParseRuleSample*>(target);
     if (sample == nullptr) return false;
@@ -152,25 +146,4 @@ bool CAppParseRuleSample::RenameVariable(const std::string& from, const std::str
     if (auto* owner = GetChildRuleByVariableName(from)) RenameRuleVariable(owner, from, to);
     SetRuleModify();
     return true;
-}
-
-int CAppParseRuleSample::GetTableCmpColumns(std::set<std::string>& columns) const {
-    if (&columns != &m_tableCmpColumns) columns = m_tableCmpColumns;
-    return static_cast<int>(m_tableCmpColumns.size());
-}
-
-void CAppParseRuleSample::SetTableCmpColumns(std::set<std::string>& columns) {
-    if (Assign(m_tableCmpColumns, columns)) SetRuleModify();
-}
-
-void CAppParseRuleSample::SetTableCmpSort(bool sort) {
-    if (Assign(m_tableCmpSort, sort)) SetRuleModify();
-}
-
-void CAppParseRuleSample::SetTableRowCount(int count) {
-    if (Assign(m_tableRowCount, count)) SetRuleModify();
-}
-
-void CAppParseRuleSample::SetTableHash(const std::string& hash) {
-    if (Assign(m_tableHash, hash)) SetRuleModify();
 }

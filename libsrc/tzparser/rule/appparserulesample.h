@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/appparserulehashed.h"
 #include "tzparser/rule/appsamplelines.h"
 
 #include <map>
@@ -22,7 +22,7 @@
 //
 // A sample that defines a parser is never parsed itself; its clones are. One thread at a time uses
 // a tree.
-class TZPARSER_API CAppParseRuleSample : public CAppParseRule {
+class TZPARSER_API CAppParseRuleSample : public CAppParseRuleHashed {
 public:
     explicit CAppParseRuleSample(const std::string& name);
     ~CAppParseRuleSample() override;
@@ -88,15 +88,6 @@ public:
     void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
 
-    int GetTableCmpColumns(std::set<std::string>& columns) const override;
-    void SetTableCmpColumns(std::set<std::string>& columns) override;
-    bool IsTableCmpSort() const override { return m_tableCmpSort; }
-    void SetTableCmpSort(bool sort) override;
-    int GetTableRowCount() const override { return m_tableRowCount; }
-    void SetTableRowCount(int count) override;
-    const std::string& GetTableHash() const override { return m_tableHash; }
-    void SetTableHash(const std::string& hash) override;
-
 protected:
     bool OnCopyTo(CAppParseRule* target) override;
     void SetRuleModify() override;
@@ -114,10 +105,4 @@ private:
     int m_scriptTimeLimit = 0;
     std::set<std::string> m_interfaceKeys;
     std::set<std::string> m_tableKeys;
-
-    // A holder for a caller; nothing in a parse reads these.
-    std::set<std::string> m_tableCmpColumns;
-    bool m_tableCmpSort = false;
-    int m_tableRowCount = 0;
-    std::string m_tableHash;
 };

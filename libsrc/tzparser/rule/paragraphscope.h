@@ -30,9 +30,6 @@ public:
     // the text.
     virtual const std::vector<int>& GetBeginLines() const = 0;
     virtual const std::vector<int>& GetEndLines() const = 0;
-    // The key columns that the tables and paragraphs below have from this paragraph and those
-    // above: the interface keys and, unless only they are wanted or there are some, the keys.
-    virtual std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const = 0;
     // Stores the rows of empty cells that were kept back from the tables directly below.
     virtual void StoreAwaitedRows() {}
 

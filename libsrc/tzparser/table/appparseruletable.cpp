@@ -1,4 +1,4 @@
-// The rule as a definition: its fields and their setters, copying, and what compares tables.
+// The rule as a definition: its fields and their setters, and copying.
 #include "tzparser/table/appparseruletable.h"
 
 #include "tzparser/table/tableplan.h"
@@ -8,7 +8,7 @@
 #include <algorithm>
 
 CAppParseRuleTable::CAppParseRuleTable(CAppParseRule* parent)
-    : CAppParseRule(RuleType_Table, parent) {
+    : CAppParseRuleKeyed(RuleType_Table, parent) {
     Reset();
 }
 
@@ -23,6 +23,7 @@ bool CAppParseRuleTable::OnCopyTo(CAppParseRule* target) {
     if (other == nullptr) return false;
     if (other != this) {
         other->m_definition = m_definition;
+        CopyComparisonTo(*other);
         other->m_isHeaderHosted = m_isHeaderHosted;
         other->m_beginLine = m_beginLine;
         other->m_endLine = m_endLine;
@@ -46,8 +47,8 @@ void CAppParseRuleTable::Reset() {
     fresh.name = m_definition->name;
     fresh.endCond = m_definition->endCond;
     fresh.excludeLines = m_definition->excludeLines;
-    fresh.tableInterfaceKeys = m_definition->tableInterfaceKeys;
     EditDefinition() = std::move(fresh);
+    ResetComparison();
     m_beginLine = -1;
     m_endLine = -1;
     m_values.Clear();
@@ -151,42 +152,4 @@ void CAppParseRuleTable::DelStatement(const std::string& statement) {
     auto& statements = EditDefinition().statements;
     statements.erase(statements.begin() + index);
     SetRuleModify();
-}
-
-// Keys are the sample's: handing them down is no change of the rule.
-void CAppParseRuleTable::AddTableKey(const std::string& key) {
-    m_definition.Edit().tableKeys.insert(key);
-}
-
-void CAppParseRuleTable::AddTableInterfaceKey(const std::string& key) {
-    m_definition.Edit().tableInterfaceKeys.insert(key);
-}
-
-void CAppParseRuleTable::GetTableKeys(std::set<std::string>& keys) const {
-    if (&keys != &m_definition->tableKeys) keys = m_definition->tableKeys;
-}
-
-void CAppParseRuleTable::GetTableInterfaceKeys(std::set<std::string>& keys) const {
-    if (&keys != &m_definition->tableInterfaceKeys) keys = m_definition->tableInterfaceKeys;
-}
-
-int CAppParseRuleTable::GetTableCmpColumns(std::set<std::string>& columns) const {
-    if (&columns != &m_definition->tableCmpColumns) columns = m_definition->tableCmpColumns;
-    return static_cast<int>(m_definition->tableCmpColumns.size());
-}
-
-void CAppParseRuleTable::SetTableCmpColumns(std::set<std::string>& columns) {
-    SetOther(&Definition::tableCmpColumns, columns);
-}
-
-void CAppParseRuleTable::SetTableCmpSort(bool sort) {
-    SetOther(&Definition::tableCmpSort, sort);
-}
-
-void CAppParseRuleTable::SetTableRowCount(int count) {
-    SetOther(&Definition::tableRowCount, count);
-}
-
-void CAppParseRuleTable::SetTableHash(const std::string& hash) {
-    SetOther(&Definition::tableHash, hash);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzparser/rule/appparserule.h"
+#include "tzparser/rule/appparserulekeyed.h"
 #include "tzparser/rule/paragraphscope.h"
 #include "tzparser/table/tablelayout.h"
 #include "tzparser/table/tablevalues.h"
@@ -39,7 +39,7 @@ struct TableGrid;
 // What the definition says is compiled when it is loaded, otherwise by the first parse, and shared
 // by clones. Lines and columns count from 0, columns are bytes, ends are exclusive. One thread at a
 // time uses a rule.
-class TZPARSER_API CAppParseRuleTable : public CAppParseRule {
+class TZPARSER_API CAppParseRuleTable : public CAppParseRuleKeyed {
 public:
     using VariablePositions = CLetColumns::Positions;
 
@@ -186,24 +186,6 @@ public:
     void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
 
-    // What compares tables of two runs; the value tree works with it. A parse doesn't.
-    void GetTableKeys(std::set<std::string>& keys) const override;
-    void AddTableKey(const std::string& key) override;
-    void GetTableInterfaceKeys(std::set<std::string>& keys) const override;
-    void AddTableInterfaceKey(const std::string& key) override;
-    // The keys of this table and of the paragraphs above: the interface keys and, unless only they
-    // are wanted or there are some, the keys.
-    using CAppParseRule::GetTableKeysEx;
-    std::set<std::string> GetTableKeysEx(bool interfaceKeysOnly) const;
-    int GetTableCmpColumns(std::set<std::string>& columns) const override;
-    void SetTableCmpColumns(std::set<std::string>& columns) override;
-    bool IsTableCmpSort() const override { return m_definition->tableCmpSort; }
-    void SetTableCmpSort(bool sort) override;
-    int GetTableRowCount() const override { return m_definition->tableRowCount; }
-    void SetTableRowCount(int count) override;
-    const std::string& GetTableHash() const override { return m_definition->tableHash; }
-    void SetTableHash(const std::string& hash) override;
-
 protected:
     bool LoadParseRule(const hxJson::Value& node) override;
     // Alignment, hash settings and exclude lines don't come back from what this writes.
@@ -238,12 +220,6 @@ private:
         std::set<std::string> followVars;
         std::map<std::string, std::string> variableTypes;
         std::map<std::string, std::string> enumValues;
-        std::set<std::string> tableKeys;
-        std::set<std::string> tableInterfaceKeys;
-        std::set<std::string> tableCmpColumns;
-        bool tableCmpSort = false;
-        int tableRowCount = 0;
-        std::string tableHash;
         std::vector<std::string> excludeLines;
         std::shared_ptr<const Plan> plan;  // made when the definition is loaded
     };
@@ -275,6 +251,8 @@ private:
     int FirstLineBelow() const;
     void FindEnd(const Plan& plan);
     int FindEndLine(const Plan& plan, int from);
+    // One for each line of a range that the text has.
+    std::vector<char> NoMarks(int first, int end) const;
     std::vector<char> IgnoredLines(const Plan& plan, const std::string& text, int first, int end);
     void MarkFiltered(const std::string& text, int first, int end, std::vector<char>& ignored);
     void MarkExcluded(const Plan& plan, int first, std::vector<char>& ignored) const;

@@ -97,18 +97,6 @@ bool CAppParseRuleTable::GetVariableLine(const std::string& name, int& line) {
     return line != -1;
 }
 
-std::set<std::string> CAppParseRuleTable::GetTableKeysEx(bool interfaceKeysOnly) const {
-    auto keys = m_definition->tableInterfaceKeys;
-    if (!interfaceKeysOnly && keys.empty()) keys = m_definition->tableKeys;
-    for (const auto* above = GetParentRule(); above != nullptr; above = above->GetParentRule()) {
-        if (above->GetRuleType() == RuleType_Filter) continue;
-        if (above->GetRuleType() != RuleType_Paragraph) break;
-        if (const auto* scope = above->AsParagraphScope())
-            keys.merge(scope->GetTableKeysEx(interfaceKeysOnly));
-    }
-    return keys;
-}
-
 bool CAppParseRuleTable::SaveResultAsJson(hxJson::Value& node) {
     auto& result = node[ResultKey::ParseResult];
     result[TableKey::ParserName] = m_definition->name;

@@ -162,14 +162,18 @@ int CAppParseRuleTable::FindEndLine(const Plan& plan, int from) {
     return GetNIEndLine();
 }
 
+std::vector<char> CAppParseRuleTable::NoMarks(int first, int end) const {
+    const int count = std::min(end, m_lineStatus.Count()) - first;
+    return std::vector<char>(static_cast<std::size_t>(std::max(count, 0)));
+}
+
 // A mark for each line from the first row to the end of the table; empty when there is nothing to
 // ask.
 std::vector<char> CAppParseRuleTable::IgnoredLines(const Plan& plan, const std::string& text,
                                                    int first, int end) {
     std::vector<char> ignored;
     if (text.empty() || (IsLeaf() && plan.excludes.empty())) return ignored;
-    ignored.resize(
-        static_cast<std::size_t>(std::max(std::min(end, m_lineStatus.Count()) - first, 0)));
+    ignored = NoMarks(first, end);
     if (ignored.empty()) return ignored;
     MarkFiltered(text, first, end, ignored);
     MarkExcluded(plan, first, ignored);
@@ -218,8 +222,7 @@ void CAppParseRuleTable::GetAllFilterLines(const std::string& text, int first, i
 void CAppParseRuleTable::GetAllExcludeLines(const std::string&, int first, int end,
                                             std::set<int>& lines) {
     first = std::max(first, 0);
-    std::vector<char> ignored(
-        static_cast<std::size_t>(std::max(std::min(end, m_lineStatus.Count()) - first, 0)));
+    auto ignored = NoMarks(first, end);
     MarkExcluded(*PlanOfRun(), first, ignored);
     for (std::size_t i = 0; i < ignored.size(); ++i)
         if (ignored[i] != 0) lines.insert(first + static_cast<int>(i));

@@ -26,7 +26,6 @@ public:
     CAppParseRule* CreateObject(CAppParseRule* parent) override { return new BlockRule(parent); }
     IParagraphScope* AsParagraphScope() override { return this; }
     const IParagraphScope* AsParagraphScope() const override { return this; }
-    std::set<std::string> GetTableKeysEx(bool) const override { return {}; }
     std::vector<std::string> GetIDLines() const override {
         return m_startLine.empty() ? std::vector<std::string>()
                                    : std::vector<std::string>{m_startLine};
