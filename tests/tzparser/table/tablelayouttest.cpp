@@ -82,6 +82,15 @@ const TableRow HeaderRows[] = {
      "q\n"
      "AA  BB  CC\n",
      "$a 1:0-2 'AA'\n$b 1:4-6 'BB'\n$c 1:8-10 'CC'\n"},
+    {"with fixed columns all lines before it are rows too",
+     R"("isskipline":true,"skipline":"-9","aligntype":"2","alignrange":"0;4;8")",
+     "q   r   s\n"
+     "AA  BB  CC\n",
+     "$a 0:0-1 'q' 1:0-2 'AA'\n$b 0:4-5 'r' 1:4-6 'BB'\n$c 0:8-9 's' 1:8-10 'CC'\n"},
+    {"and with tokens", R"("isskipline":true,"skipline":"-9","aligntype":"3","alignrange":"1;1;1")",
+     "q   r   s\n"
+     "AA  BB  CC\n",
+     "$a 0:0-1 'q' 1:0-2 'AA'\n$b 0:4-5 'r' 1:4-6 'BB'\n$c 0:8-9 's' 1:8-10 'CC'\n"},
     {"a huge count skips all", R"("isskipline":true,"skipline":"2147483647")",
      "AA  BB  CC\nx   y   z", ""},
 };
@@ -284,6 +293,41 @@ TEST(TableLayout, TellsWhatTheLastParseDecided) {
     EXPECT_EQ(layout.firstRow, 3);
     EXPECT_EQ(layout.endLine, 4);
     EXPECT_TRUE(layout.isEndFound);
+}
+
+// Which lines a table leaves open, to whoever asks it for them.
+TEST(TableLayout, LinesLeftOpen) {
+    struct Row {
+        const char* name;
+        const char* keys;
+        const char* text;
+        const char* open;
+    };
+    const Row rows[] = {
+        {"columns of the header line close the lines before it", R"("endline":"Total")",
+         "Total\nAA  BB  CC\nx\nTotal\nx", "0 1 1 0 0"},
+        {"fixed columns leave them open",
+         R"("endline":"Total","aligntype":"2","alignrange":"0;4;8")",
+         "Total\nAA  BB  CC\nx\nTotal\nx", "1 1 1 0 0"},
+        {"tokens leave them open", R"("endline":"Total","aligntype":"3","alignrange":"1;1;1")",
+         "Total\nAA  BB  CC\nx\nTotal\nx", "1 1 1 0 0"},
+        {"the end is looked for from the first line without a header", R"("endline":"Total")",
+         "x\nTotal\nx", "1 0 0"},
+        {"or from the first one not skipped",
+         R"("endline":"Total","isskipline":true,"skipline":"2")", "x\nTotal\nx\nTotal\nx",
+         "1 1 1 0 0"},
+        {"no end condition, no header", "", "x\nTotal\nx", "1 1 1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto sample = LoadRules(TableNode(row.keys));
+        sample->Parse(row.text, 0, -1, nullptr);
+        const auto& status = TableAt(*sample, 0).LineStatus();
+        std::string open;
+        for (int line = 0; line < status.Count(); ++line)
+            open += (line == 0 ? "" : " ") + std::string(status.IsOpen(line) ? "1" : "0");
+        EXPECT_EQ(open, row.open);
+    }
 }
 
 void CountNote(std::string_view note, void* count) {
