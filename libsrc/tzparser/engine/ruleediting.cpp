@@ -45,13 +45,7 @@ void DeleteKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& name) 
 
 void RenameKeyWordVariable(CAppParseRuleKeyWord& rule, const std::string& from,
                            const std::string& to) {
-    if (NamesProperty(from)) return;
-    const auto kvps = rule.GetKVPs();
-    for (const auto& kvp : kvps) {
-        std::string edited = kvp;
-        rule.ReplaceDummyVariable(edited, "$" + ShortName(from), "$" + ShortName(to));
-        if (edited != kvp) rule.UpdateKVP(kvp, edited);
-    }
+    if (!NamesProperty(from)) rule.ReplaceInKVPs("$" + ShortName(from), "$" + ShortName(to));
 }
 
 // Filters, design readers and paragraphs.

@@ -43,6 +43,7 @@ bool CAppParseRuleKeyWord::OnCopyTo(CAppParseRule* target) {
     if (other == this) return true;
     other->m_definition = m_definition;
     other->m_values = m_values;
+    other->m_longestSpan = m_longestSpan;
     other->m_runPlan = m_runPlan;
     other->SetRuleModify();
     return true;
@@ -82,8 +83,9 @@ bool CAppParseRuleKeyWord::ResolveKeywordLine(const std::string& kvp,
     const auto types = helper.GetVarTypesWithOrder();
     for (const auto& type : types)
         if (type.first != DummyVariableName) names.push_back(type.first);
-    if (names.empty() && FindResolved(kvp) != nullptr &&
-        FindResolved(kvp)->regexText == helper.GetRegex())
+    const auto* known = FindResolved(kvp);
+    if (names.empty() && known != nullptr && known->regexText == helper.GetRegex() &&
+        known->namesWithDummy == helper.GetVarNames())
         return true;
     auto& definition = EditDefinition();
     for (const auto& [name, type] : types)

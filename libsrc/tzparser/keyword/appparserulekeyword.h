@@ -55,6 +55,9 @@ public:
     // empty.
     void ReplaceDummyVariable(std::string& text, const std::string& variable,
                               const std::string& replacement);
+    // The same in each KVP. The type of the variable replaced stays; a variable written with a type
+    // word isn't found.
+    void ReplaceInKVPs(const std::string& variable, const std::string& replacement);
     // Empties definition and values; context lines and mline definitions stay.
     void Reset();
 

@@ -75,6 +75,11 @@ void CAppParseRuleKeyWord::ReplaceDummyVariable(std::string& text, const std::st
     SetRuleModify();
 }
 
+void CAppParseRuleKeyWord::ReplaceInKVPs(const std::string& variable,
+                                         const std::string& replacement) {
+    for (auto& kvp : EditDefinition().kvps) ReplaceDummyVariable(kvp, variable, replacement);
+}
+
 void CAppParseRuleKeyWord::DeleteVariable(const std::string& name) {
     DeleteVariableOfKvp(name);
     DeleteVariableOfStartLine(name);

@@ -80,15 +80,19 @@ bool CAppParseRuleParagraph::OnCopyTo(CAppParseRule* target) {
         other->m_definition = m_definition;
         CopyComparisonTo(*other);
         other->m_ranges = m_ranges;
-        other->m_runPlan = m_runPlan;
     }
     other->SetRuleModify();
     return true;
 }
 
-// What was found out about the children holds no longer.
+// What was found out about the children holds no longer. A child that changes itself in its run, as
+// the built-in forms do, leaves what the run going on needs.
 void CAppParseRuleParagraph::SetRuleModify() {
     m_needsFilling.reset();
+    if (!m_isRunning) {
+        m_fillStates.clear();
+        m_runPlan.reset();
+    }
     CAppParseRule::SetRuleModify();
 }
 
@@ -105,6 +109,7 @@ std::shared_ptr<const CAppParseRuleParagraph::Plan> CAppParseRuleParagraph::Make
     PatternMaker maker(*this);
     auto plan = std::make_shared<Plan>();
     const auto& definition = *m_definition;
+    plan->isKeyWordRead = GetFirstKeywordRule() != nullptr;
     if (!definition.startExpr.empty()) plan->start = maker.MakeWithVariables(definition.startExpr);
     for (const auto& line : definition.idLines) plan->ids.push_back(maker.MakeWithVariables(line));
     if (!definition.parentLine.empty())
@@ -114,7 +119,8 @@ std::shared_ptr<const CAppParseRuleParagraph::Plan> CAppParseRuleParagraph::Make
 }
 
 std::shared_ptr<const CAppParseRuleParagraph::Plan> CAppParseRuleParagraph::PlanOfRun() {
-    if (m_definition->plan) return m_definition->plan;
+    const auto& plan = m_definition->plan;
+    if (plan && plan->isKeyWordRead == (GetFirstKeywordRule() != nullptr)) return plan;
     if (!m_runPlan) m_runPlan = MakePlan();
     return m_runPlan;
 }

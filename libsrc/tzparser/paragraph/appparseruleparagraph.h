@@ -174,6 +174,7 @@ private:
         Pattern end;
         std::vector<Pattern> ids;
         Pattern parent;
+        bool isKeyWordRead = false;  // the first child is a keyword rule and reads the variables
     };
 
     struct Definition {

@@ -24,12 +24,12 @@ bool CAppParseRuleTable::OnCopyTo(CAppParseRule* target) {
     if (other != this) {
         other->m_definition = m_definition;
         CopyComparisonTo(*other);
-        other->m_isHeaderHosted = m_isHeaderHosted;
         other->m_beginLine = m_beginLine;
         other->m_endLine = m_endLine;
         other->m_values = m_values;
         other->m_layout = m_layout;
         other->m_runPlan = m_runPlan;
+        if (m_isHeaderHosted) other->LeaveHostedHeaders();
     }
     other->SetRuleModify();
     return true;
@@ -40,6 +40,13 @@ CAppParseRuleTable::Definition& CAppParseRuleTable::EditDefinition() {
     definition.plan.reset();
     m_runPlan.reset();
     return definition;
+}
+
+// The copy gets a definition of its own, so that a host that goes on writing to the source's
+// headers doesn't write to it too.
+void CAppParseRuleTable::LeaveHostedHeaders() {
+    m_isHeaderHosted = false;
+    EditDefinition();
 }
 
 void CAppParseRuleTable::Reset() {

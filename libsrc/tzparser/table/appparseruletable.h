@@ -54,7 +54,7 @@ public:
     // The headers in the order of their columns, as one text with ";" between them. Each is trimmed
     // of blanks and line ends; an empty piece is an empty header, an empty text no header.
     void SetHeader(const std::string& headers);
-    // The headers, for writing; valid until the rule is next copied.
+    // The headers, for writing, also later; valid until another rule is copied into this one.
     std::vector<std::string>& GetHeader();
     const std::vector<std::string>& Headers() const { return m_definition->headers; }
     // The statement of the line that ends the table, itself no row; empty for none.
@@ -225,6 +225,7 @@ private:
     };
 
     Definition& EditDefinition();
+    void LeaveHostedHeaders();
     template <class T>
     void Set(T Definition::*field, const T& value);
     template <class T>

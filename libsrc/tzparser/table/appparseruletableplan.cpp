@@ -88,10 +88,12 @@ std::shared_ptr<const CAppParseRuleTable::Plan> CAppParseRuleTable::MakePlan() {
 
 // A host that holds the headers may have changed them since the last run.
 std::shared_ptr<const CAppParseRuleTable::Plan> CAppParseRuleTable::PlanOfRun() {
-    if (m_definition->plan) return m_definition->plan;
-    if (m_isHeaderHosted && m_runPlan && m_runPlan->headers != m_definition->headers)
-        m_runPlan.reset();
-    if (!m_runPlan) m_runPlan = MakePlan();
+    const auto& known = m_definition->plan ? m_definition->plan : m_runPlan;
+    const bool isOfHeaders =
+        known && (!m_isHeaderHosted || known->headers == m_definition->headers);
+    if (isOfHeaders) return known;
+    if (m_definition->plan) EditDefinition();
+    m_runPlan = MakePlan();
     return m_runPlan;
 }
 
