@@ -36,6 +36,17 @@ class CTzParserSample;
 // other. A value tree needs neither the parser nor the definition any more. No
 // operation throws, but for want of memory.
 //
+// A parser isn't edited itself. To change what it reads, load an element of "samples" into a
+// CTzParserSample, edit its rules, put what they save into the element, and set the definition
+// again; docs/editing.md has the code:
+//
+//     CTzParserSample sample;
+//     sample.LoadSample(element);
+//     sample.GetRule().RenameVariable("hostname", "name");
+//     sample.GetRule().Save(saved);
+//     element["parserRules"] = saved["parserules"].toString();
+//     parser.SetParser(definition);
+//
 // All values share one frozen copy of the variable tree. A host that took the tree itself by
 // GetVariableTree may change it, so from then on each value gets a copy of the tree as it is at
 // that parse.

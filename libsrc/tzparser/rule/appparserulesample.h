@@ -22,6 +22,15 @@
 //
 // A sample that defines a parser is never parsed itself; its clones are. One thread at a time uses
 // a tree.
+//
+// A sample is also what an editor of definitions works on: load it, edit it or its rules, save it,
+// and give the definition with the saved document to the parser again (docs/editing.md).
+//
+//     sample.RenameVariable("uptime", "days");            // by full name, whichever rule owns it
+//     sample.Children().front()->...                      // each kind has operations of its own
+//     sample.Save(document);                              // document["parserules"] has the rules
+//
+// Editing a sample never changes its clones, nor editing a clone the sample.
 class TZPARSER_API CAppParseRuleSample : public CAppParseRuleHashed {
 public:
     explicit CAppParseRuleSample(const std::string& name);
@@ -58,9 +67,16 @@ public:
     // feed; the sets get the numbers of all these lines, and of the surrounding ones.
     std::string GetOriTextInfo(std::set<int>& oriLines, std::set<int>& extendLines) const;
 
-    // Editing by a variable's full name; both always return true, and do nothing for a name that no
-    // rule owns.
+    // Editing by the full name of a variable or rule, with or without "$"; both always return true,
+    // tell IsRuleModify, and do nothing else for a name that no rule owns.
+    //
+    // Takes a variable out of its statement or column. A keyword rule without variables goes too,
+    // but for the default child of a filter or paragraph; the name of a table, filter or paragraph
+    // takes the rule out. A statement that had other variables too finds them again when it was
+    // saved and loaded.
     bool DeleteVariable(const std::string& name);
+    // Of `to` only what is behind the last "." counts. In statements the first "$from" is replaced,
+    // be it the front part of a longer name; one written with a type word isn't found.
     bool RenameVariable(const std::string& from, const std::string& to);
 
     // A definition tree of this sample alone, which the caller owns.
