@@ -3,7 +3,8 @@
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/rule/appparserulesample.h"
-#include "tzparser/select/appparserulefilter.h"
+#include "tzparser/select/appparserulelineselector.h"
+#include "tzparser/select/appparseruletext.h"
 #include "tzparser/table/appparseruletable.h"
 
 #include <map>
@@ -11,7 +12,8 @@
 #include <string>
 
 // What a parse found, rule by rule, in one line: the number of the kind, the ranges of a paragraph
-// ("0-2"), the open lines of a filter ("[1 2]"), the values ("$a 0:2-3'1'", line and columns), then
+// ("0-2"), the open lines of a filter or design reader
+// ("[1 2]"), the text of a text rule, the values ("$a 0:2-3'1'", line and columns), then
 // the children in round brackets. Rules stand apart by " | ".
 inline std::string DumpValues(const std::map<std::string, std::map<int, CAppTextLet>>& positions) {
     std::string dump;
@@ -34,10 +36,12 @@ inline std::string DumpRun(CAppParseRule& rule) {
         for (std::size_t i = 0; i < paragraph->GetEndLines().size(); ++i)
             dump += " " + std::to_string(paragraph->GetBeginLines().at(i)) + "-" +
                     std::to_string(paragraph->GetEndLines()[i]);
-    } else if (auto* filter = dynamic_cast<CAppParseRuleFilter*>(&rule)) {
-        const auto& status = filter->LineStatus();
-        for (int line = status.NextOpen(0); line < status.Count(); line = status.NextOpen(line + 1))
-            dump += " " + std::to_string(line);
+    } else if (auto* text = dynamic_cast<CAppParseRuleText*>(&rule)) {
+        for (const auto& let : text->GetVariableValue(text->GetName()))
+            dump += " '" + let.text + "'";
+    } else if (auto* selector = dynamic_cast<CAppParseRuleLineSelector*>(&rule)) {
+        ForEachOpenLine(selector->LineStatus(),
+                        [&dump](int line) { dump += " " + std::to_string(line); });
         dump = " [" + dump.substr(dump.empty() ? 0 : 1) + "]";
     }
     return dump;

@@ -5,6 +5,8 @@
 // Left out, since saving loses them or they leave odd things behind, are alignments, carried
 // values, lists of filters, statements of several variables and a first child taken from a
 // paragraph; the rows of ruleeditingtest.cpp have them.
+#include "tzparser/select/appparserulefilter.h"
+
 #include "support/ruledump.h"
 #include "support/ruletree.h"
 

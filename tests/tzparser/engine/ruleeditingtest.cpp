@@ -2,6 +2,9 @@
 // find in a text, and what the rules loaded from the saved document find in it. Both find the same
 // but for what saving loses and what editing leaves behind on purpose: those rows have two wanted
 // texts.
+#include "tzparser/select/appparseruledesignreader.h"
+#include "tzparser/select/appparserulefilter.h"
+
 #include "support/ruledump.h"
 #include "support/ruletree.h"
 
@@ -494,6 +497,59 @@ const EditRow FilterRows[] = {
 
 TEST(RuleEditing, Filters) {
     CheckEdits(FilterRows);
+}
+
+const char* const Reader =
+    R"({"type":2,"name":"r","drname":"a","drcode":"b",
+        "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
+const char* const Record =
+    R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}],
+        "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
+
+// No design reader is set, so none selects a line.
+const EditRow SelectorRows[] = {
+    {"the design reader itself", Reader, [](auto& sample) { sample.DeleteVariable("r"); }, "",
+     FourLines, ""},
+    {"its new name, and what the reader gets", Reader,
+     [](auto& sample) {
+         sample.RenameVariable("$r", "p.q");
+         auto& rule = At<CAppParseRuleDesignReader>(sample, 0);
+         rule.SetDRName("c");
+         rule.SetDRCode("d");
+         rule.AddStatement("$s=1");
+     },
+     R"({"type":2,"name":"q","drname":"c","drcode":"d",
+         "child":{"parserule":[{"keywords":{"keyword":["v $v"]},"statements":{"statement":["$s=1"]},
+         "variabletypes":{"variabletype":["$v:string"]}}]}})",
+     FourLines, "2 [] (0 $v 0:0-0'')"},
+    {"the only variable of the default child, which stays", Reader,
+     [](auto& sample) { sample.DeleteVariable("v"); },
+     R"({"type":2,"name":"r","drname":"a","drcode":"b","child":{"parserule":[{}]}})", FourLines,
+     "2 [] (0)"},
+    {"emptied", Reader, [](auto& sample) { At<CAppParseRuleDesignReader>(sample, 0).Reset(); },
+     R"({"type":2,"child":{"parserule":[{}]}})", FourLines, "2 [] (0)"},
+    {"a text rule's name is nobody's", Record,
+     [](auto& sample) {
+         sample.DeleteVariable("x");
+         sample.RenameVariable("x", "y");
+     },
+     R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}],)" + LinesChild, FourLines,
+     "15 'one' (0)"},
+    {"a keyword rule below it goes with its variable", Record,
+     [](auto& sample) { sample.DeleteVariable("v"); },
+     R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}]})", FourLines, "15 'one'"},
+};
+
+TEST(RuleEditing, DesignReadersAndTexts) {
+    CheckEdits(SelectorRows);
+}
+
+// Nor does a script rule own a name, be it that of its own variable.
+TEST(RuleEditing, AScriptOwnsNoName) {
+    const auto sample = LoadRules(R"({"type":8,"variables":[{"name":"$v","type":"int"}]})");
+    sample->RenameVariable("v", "w");
+    sample->DeleteVariable("v");
+    ASSERT_EQ(sample->Children().size(), 1U);
 }
 
 // The built-in forms take their own statements in each parse, so edits show in the document and in
