@@ -1,32 +1,12 @@
-// Editing a definition: what each operation leaves in the saved document, what the edited rules
-// find in a text, and what the rules loaded from the saved document find in it. Both find the same
-// but for what saving loses and what editing leaves behind on purpose: those rows have two wanted
-// texts.
+// What each editing operation leaves, kind by kind.
 #include "tzparser/select/appparseruledesignreader.h"
 #include "tzparser/select/appparserulefilter.h"
 
-#include "support/ruledump.h"
-#include "support/ruletree.h"
+#include "ruleeditingsupport.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-struct EditRow {
-    const char* name;
-    const char* rules;  // nodes
-    void (*edit)(CAppParseRuleSample&);
-    std::string saved;  // nodes, without members that hold nothing
-    const char* text;
-    const char* found;
-    const char* foundAgain = nullptr;  // by the rules loaded from what was saved, when it differs
-    bool isMarked = true;              // the root was told
-};
-
-template <class Rule>
-Rule& At(CAppParseRule& parent, std::size_t index) {
-    return dynamic_cast<Rule&>(*parent.Children().at(index));
-}
 
 CAppParseRuleKeyWord& KeyWord(CAppParseRule& sample) {
     return At<CAppParseRuleKeyWord>(sample, 0);
@@ -39,51 +19,6 @@ CAppParseRuleParagraph& Paragraph(CAppParseRule& sample) {
 }
 CAppParseRuleFilter& Filter(CAppParseRule& sample) {
     return At<CAppParseRuleFilter>(sample, 0);
-}
-
-std::string SavedNodes(CAppParseRule& rules) {
-    const auto saved = WithoutEmpty(SavedRules(rules))["parserules"]["parserule"];
-    return saved.isNull() ? "[]" : saved.toString();
-}
-
-std::string FoundAgain(CAppParseRule& rules, const std::string& text) {
-    CAppParseRuleSample again("");
-    EXPECT_TRUE(again.Load(SavedRules(rules)));
-    return DumpParse(again, text);
-}
-
-// The clone made before an edit and the definition whose clone is edited stay as they were.
-void CheckClones(const EditRow& row) {
-    const auto definition = LoadRules(row.rules);
-    const auto saved = SavedRules(*definition);
-    const auto found = DumpParse(*definition, row.text);
-    const std::unique_ptr<CAppParseRule> earlier(definition->Clone(nullptr));
-    const std::unique_ptr<CAppParseRule> edited(definition->Clone(nullptr));
-    row.edit(dynamic_cast<CAppParseRuleSample&>(*edited));
-    EXPECT_EQ(DumpParse(*edited, row.text), row.found);
-    EXPECT_EQ(SavedRules(*definition), saved);
-    EXPECT_EQ(DumpParse(*definition, row.text), found);
-    row.edit(*definition);
-    EXPECT_EQ(SavedRules(*earlier), saved);
-    EXPECT_EQ(DumpParse(*earlier, row.text), found);
-}
-
-template <std::size_t Count>
-void CheckEdits(const EditRow (&rows)[Count]) {
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto sample = LoadRules(row.rules);
-        row.edit(*sample);
-        EXPECT_EQ(SavedNodes(*sample), ParseJson("[" + row.saved + "]").toString());
-        const char* const again = row.foundAgain != nullptr ? row.foundAgain : row.found;
-        EXPECT_EQ(FoundAgain(*sample, row.text), again);
-        EXPECT_EQ(DumpParse(*sample, row.text), row.found);
-        CheckClones(row);
-        const auto parsed = LoadRules(row.rules);
-        parsed->Parse("", 0, -1, nullptr);
-        row.edit(*parsed);
-        EXPECT_EQ(parsed->IsRuleModify(), row.isMarked);
-    }
 }
 
 const char* const TwoKvps = R"({"keywords":{"keyword":["x $a and $int:b","y $c"]}})";
@@ -152,7 +87,7 @@ const EditRow KeyWordRows[] = {
          "statements":{"statement":["$t=2"]},
          "variabletypes":{"variabletype":["$a:string","$b:int","$c:string"]}})",
      TwoValues, "0 $a 0:2-3'1' $b 0:8-9'2' $c 1:2-3'3' $d 2:2-3'4'",
-     "0 $a 0:2-3'1' $b 0:8-9'2' $c 1:2-3'3' $d 2:2-3'4' $e 0:0-0''"},
+     "0 $a 0:2-3'1' $b 0:8-9'2' $c 1:2-3'3' $d 2:2-3'4' $e 0:0-0''", Note_KeptInXml},
     {"a line takes types along that another line has too",
      R"({"keywords":{"keyword":["q $c","y $c"]}})",
      [](auto& sample) { KeyWord(sample).DelKVP("q $c"); }, R"({"keywords":{"keyword":["y $c"]}})",
@@ -189,6 +124,7 @@ const EditRow KeyWordRows[] = {
 
 TEST(RuleEditing, KeyWords) {
     CheckEdits(KeyWordRows);
+    CheckXml(KeyWordRows);
 }
 
 const char* const Ports =
@@ -239,7 +175,7 @@ const EditRow TableRows[] = {
          "headertovariables":"AA:$string:a;BB:$int:b;CC:$string:c",)" +
          PortTypes,
      "AA  BB  CC\nx   y z", "3 $a 1:0-1'x' $b 1:4-5'y' $c 1:6-7'z'",
-     "3 $a 1:0-1'x' $b 1:4-7'y z' $c 1:7-7''"},
+     "3 $a 1:0-1'x' $b 1:4-7'y z' $c 1:7-7''", Note_KeptInXml},
     {"headers, skipped lines and the end", Ports,
      [](auto& sample) {
          auto& rule = Table(sample);
@@ -257,13 +193,13 @@ const EditRow TableRows[] = {
      R"({"type":3,"name":"t","headers":"AA;BB",
          "headertovariables":"AA:$string:a;BB:$int:b;CC:$string:c",)" +
          PortTypes,
-     "AA  BB\n1   2", "3 $a 1:0-1'1' $b 1:4-5'2'", nullptr, false},
+     "AA  BB\n1   2", "3 $a 1:0-1'1' $b 1:4-5'2'", nullptr, Note_Unmarked},
     {"a header's variable goes without a mark", Ports,
      [](auto& sample) { Table(sample).DelHeaderVar("BB"); },
      R"({"type":3,"name":"t","headers":"AA;BB;CC",
          "headertovariables":"AA:$string:a;CC:$string:c",)" +
          PortTypes,
-     "AA  BB  CC\n1   2   3", "3 $a 1:0-1'1' $c 1:8-9'3'", nullptr, false},
+     "AA  BB  CC\n1   2   3", "3 $a 1:0-1'1' $c 1:8-9'3'", nullptr, Note_Unmarked},
     {"saving loses that values are carried over", Ports,
      [](auto& sample) {
          auto& rule = Table(sample);
@@ -311,6 +247,7 @@ const EditRow TableRows[] = {
 
 TEST(RuleEditing, Tables) {
     CheckEdits(TableRows);
+    CheckXml(TableRows);
 }
 
 const char* const Blocks =
@@ -370,7 +307,7 @@ const EditRow ParagraphRows[] = {
      R"({"type":4,"name":"p","startline":"^port $n","endline":"!","isuseprevars":true,)" +
          BlockChild,
      BlockLines, "4 0-2 3-4 (0 $m 1:4-5'1' 3:0-0'' $n 0:5-6'a' 3:5-6'b')",
-     "4 0-3 3-4 (0 $m 1:4-5'1' 3:0-0'' $n 0:5-6'a' 3:5-6'b')"},
+     "4 0-3 3-4 (0 $m 1:4-5'1' 3:0-0'' $n 0:5-6'a' 3:5-6'b')", Note_KeptInXml},
     {"saving loses that values are carried over", Blocks,
      [](auto& sample) {
          auto& rule = Paragraph(sample);
@@ -385,7 +322,7 @@ const EditRow ParagraphRows[] = {
      R"({"type":4,"name":"p","startline":"^port $n","keyvariables":"$n","useprevars":"$m",)" +
          BlockChild,
      BlockLines, "4 0-3 3-4 (0 $m 1:4-5'1' 3:0-0'1' $n 0:5-6'a' 3:5-6'b')",
-     "4 0-3 3-4 (0 $m 1:4-5'1' 3:0-0'' $n 0:5-6'a' 3:5-6'b')"},
+     "4 0-3 3-4 (0 $m 1:4-5'1' 3:0-0'' $n 0:5-6'a' 3:5-6'b')", Note_KeptInXml},
     {"saving loses how many lines make a group", Blocks,
      [](auto& sample) {
          Paragraph(sample).SetStartExpr("");
@@ -394,7 +331,7 @@ const EditRow ParagraphRows[] = {
      },
      R"({"type":4,"name":"p","islineasparagraph":true,"lineasparagraph":2,)" + BlockChild,
      "mtu 1\nx\nmtu 2", "4 0-2 2-3 (0 $m 0:4-5'1' 2:4-5'2' $n 0:0-0'' 2:0-0'')",
-     "4 0-1 1-2 2-3 (0 $m 0:4-5'1' 1:0-0'' 2:4-5'2' $n 0:0-0'' 1:0-0'' 2:0-0'')"},
+     "4 0-1 1-2 2-3 (0 $m 0:4-5'1' 1:0-0'' 2:4-5'2' $n 0:0-0'' 1:0-0'' 2:0-0'')", Note_KeptInXml},
     {"without a first child equal starts part; loading brings one back", Blocks,
      [](auto& sample) { Paragraph(sample).DelChildRule(Paragraph(sample).GetFirstKeywordRule()); },
      R"({"type":4,"name":"p","startline":"^port $n"})", "port a\nx\nport a", "4 0-2 2-3",
@@ -427,6 +364,7 @@ const EditRow ParagraphRows[] = {
 
 TEST(RuleEditing, Paragraphs) {
     CheckEdits(ParagraphRows);
+    CheckXml(ParagraphRows);
 }
 
 const char* const Lines =
@@ -475,7 +413,7 @@ const EditRow FilterRows[] = {
      R"({"type":1,"name":"f","startline":"one","filterloop":true,"includelines":["v"],
          "excludelines":["1"],"skiplines":["v"],)" +
          LinesChild,
-     FourLines, "1 [3] (0 $v 3:2-3'2')", "1 [0 1 2 3] (0 $v 1:2-3'1')"},
+     FourLines, "1 [3] (0 $v 3:2-3'2')", "1 [0 1 2 3] (0 $v 1:2-3'1')", Note_KeptInXml},
     {"flags that are so already are no change", Lines,
      [](auto& sample) {
          Filter(sample).SetIsFilterLoop(false);
@@ -483,7 +421,7 @@ const EditRow FilterRows[] = {
          Filter(sample).SetAsConfiglet(false);
      },
      R"({"type":1,"name":"f","startline":"one",)" + LinesChild, FourLines,
-     "1 [0 1 2 3] (0 $v 1:2-3'1')", nullptr, false},
+     "1 [0 1 2 3] (0 $v 1:2-3'1')", nullptr, Note_Unmarked},
     {"emptied and filled", Lines,
      [](auto& sample) {
          Filter(sample).Reset();
@@ -497,6 +435,7 @@ const EditRow FilterRows[] = {
 
 TEST(RuleEditing, Filters) {
     CheckEdits(FilterRows);
+    CheckXml(FilterRows);
 }
 
 const char* const Reader =
