@@ -3,6 +3,8 @@
 
 #include "host/text/stlhelper.h"
 #include "tzparser/convert/rulewords.h"
+#include "tzparser/keyword/appparserulekeyword.h"
+#include "tzparser/keyword/keywordkeys.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
 #include "tzparser/paragraph/paragraphkeys.h"
 #include "tzparser/rule/appparserulesample.h"
@@ -15,8 +17,13 @@
 #include "tzparser/table/tablekeys.h"
 #include "tzparser/variable/appvariabledef.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -25,6 +32,27 @@ hxJson::Value List(const Range& texts) {
     hxJson::Value list(hxJson::arrayValue);
     for (const auto& text : texts) list.append(hxJson::Value(text));
     return list;
+}
+
+// The texts behind those that a rule of a built-in form comes with: loading adds the ones of a
+// document to them, so each saving and loading has put them in front once more.
+std::vector<std::string> WithoutBuiltIn(const std::vector<std::string>& texts,
+                                        const std::vector<std::string>& builtIn) {
+    auto begin = texts.begin();
+    while (!builtIn.empty() && static_cast<std::size_t>(texts.end() - begin) >= builtIn.size() &&
+           std::equal(builtIn.begin(), builtIn.end(), begin))
+        begin += static_cast<std::ptrdiff_t>(builtIn.size());
+    return {begin, texts.end()};
+}
+
+void Amend(CAppParseRuleKeyWord& rule, hxJson::Value& node) {
+    const std::unique_ptr<CAppParseRule> made(rule.CreateObject(nullptr));
+    const auto* fresh = dynamic_cast<const CAppParseRuleKeyWord*>(made.get());
+    if (fresh == nullptr) return;
+    node[KeyWordKey::KeyWords][KeyWordKey::KeyWord] =
+        List(WithoutBuiltIn(rule.GetKVPs(), fresh->GetKVPs()));
+    node[KeyWordKey::Statements][KeyWordKey::Statement] =
+        List(WithoutBuiltIn(rule.GetStatements(), fresh->GetStatements()));
 }
 
 void Amend(CAppParseRuleFilter& filter, hxJson::Value& node) {
@@ -139,6 +167,8 @@ struct Amender {
 };
 
 constexpr Amender Amenders[] = {
+    {RuleType_Ping, &AmendAs<CAppParseRuleKeyWord>},
+    {RuleType_TraceRoute, &AmendAs<CAppParseRuleKeyWord>},
     {RuleType_Filter, &AmendAs<CAppParseRuleFilter>},
     {RuleType_Paragraph, &AmendAs<CAppParseRuleParagraph>},
     {RuleType_Table, &AmendAs<CAppParseRuleTable>},

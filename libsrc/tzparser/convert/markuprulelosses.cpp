@@ -1,5 +1,6 @@
 // The walk over rules in XML. An element counts as read when the table of elements knows it and,
-// for a list that says something, the rule does too: some lists are read only in their order.
+// where it says something, the rule does too: a text may be no number, a list in no place where it
+// is looked for.
 #include "host/text/stlhelper.h"
 #include "host/xml/markup.h"
 #include "tzparser/convert/conversionplace.h"
@@ -32,12 +33,19 @@ std::string FindStranger(CMarkup& xml, std::string_view names) {
     return std::string();
 }
 
-bool HoldsText(CMarkup& xml) {
-    if (xml.GetData().find_first_not_of(" \t\r\n0") != std::string::npos) return true;
+// Whether an element says anything but "no".
+bool SaysSomething(CMarkup& xml) {
+    const auto text = StlHelper::toLower(StlHelper::trump(xml.GetData()));
+    if (text.find_first_not_of('0') != std::string::npos && text != "false") return true;
     const AppMarkupLevel level(xml);
     while (xml.FindElem())
-        if (HoldsText(xml)) return true;
+        if (SaysSomething(xml)) return true;
     return false;
+}
+
+// The lines that a rule of a built-in form comes with aren't shown as its own.
+bool HasBuiltInLines(int ruleType) {
+    return ruleType == RuleType_Ping || ruleType == RuleType_TraceRoute;
 }
 
 }  // namespace
@@ -102,7 +110,7 @@ void CRuleLosses::CompareParts(CMarkup& xml, const Rule& rule, const std::string
         if (!stranger.empty())
             Add(ShownPath(MemberPath(MemberPath(path, name), stranger)) + Label(rule),
                 "nothing reads it");
-        else if (!known->below.empty() && HoldsText(xml) &&
+        else if (!HasBuiltInLines(rule.ruleType) && SaysSomething(xml) &&
                  SaysNothing(PartOf(rule.held, StlHelper::toLower(name).c_str())))
             Add(place, "nothing of it is read");
     }

@@ -207,8 +207,9 @@ Conversion CTzConvert::ToJson(const std::string& text) {
     hxJson::Value definition;
     CTzParserSample back;
     if (!hxJson::Reader().parse(result.text, definition) ||
-        !back.LoadSample(definition[EngineKey::Samples][0])) {
-        result.error = "the rules can't be written as JSON";
+        !back.LoadSample(definition[EngineKey::Samples][0]) ||
+        back.GetRule().IsLeaf() != read.rules.IsLeaf()) {
+        result.error = "the rules are nested too deep for JSON";
         return result;
     }
     CompareOutermost(xml, read, losses);

@@ -58,28 +58,32 @@ TEST(Convert, WhatXmlHoldsComesBackInFull) {
         R"(,"interfaceKeys":["b","a"],"identify":"{\"ConfigKey\":{\"MustConditions\":{\"Item\":[)"
         R"({\"@Index\":3,\"@Type\":1,\"@Value\":\"a\\nb\"}]},\"OptionalConditions\":{\"Item\":[)"
         R"({\"@Index\":0,\"@Type\":3,\"@Value\":\"^x\"}]}}}")");
-const auto xml = CTzConvert::ToXml(Read(first));
-EXPECT_EQ(Lines(xml), "");
-const auto json = CTzConvert::ToJson(xml.text);
-EXPECT_EQ(Lines(json), "");
-const auto again = CTzConvert::ToXml(Read(json.text));
-EXPECT_EQ(Lines(again), "");
-EXPECT_EQ(again.text, xml.text);
-const auto sample = SampleOf(json.text);
-EXPECT_EQ(sample["interfaceKeys"].toString(), R"(["a","b"])");
-// What is in the source is in the definition, whatever was added.
-const auto& rules = sample["parserRules"]["parserule"];
-ASSERT_EQ(rules.size(), 5u);
-EXPECT_EQ(rules[0]["includelines"].toString(), R"({"includeline":["i","<&>"]})");
-EXPECT_EQ(rules[0]["skiplines"].toString(), R"([{"skipline":"s"}])");
-const auto& table = rules[0]["child"]["parserule"][1];
-EXPECT_EQ(table["aligntype"].asInt(), 2);
-EXPECT_EQ(table["alignrange"].asString(), "1;9");
-EXPECT_EQ(table["headertovariables"].asString(), "H 1:$h;H 2:$n");
-EXPECT_TRUE(rules[1]["excludeendline"].asBool() && rules[1]["isuseprevars"].asBool());
-// The default keyword rule of the paragraph isn't written.
-EXPECT_EQ(rules[1]["child"]["parserule"][0]["name"].asString(), "below");
-EXPECT_EQ(rules[2]["script"].asString(), "def ParseText(t):\n  return {'a': t}\n");
+    const auto xml = CTzConvert::ToXml(Read(first));
+    EXPECT_EQ(Lines(xml), "");
+    const auto json = CTzConvert::ToJson(xml.text);
+    EXPECT_EQ(Lines(json), "");
+    const auto again = CTzConvert::ToXml(Read(json.text));
+    EXPECT_EQ(Lines(again), "");
+    EXPECT_EQ(again.text, xml.text);
+    const auto sample = SampleOf(json.text);
+    EXPECT_EQ(sample["interfaceKeys"].toString(), R"(["a","b"])");
+    // What is in the source is in the definition, whatever was added.
+    const auto& rules = sample["parserRules"]["parserule"];
+    ASSERT_EQ(rules.size(), 5u);
+    EXPECT_EQ(rules[0]["includelines"].toString(), R"({"includeline":["i","<&>"]})");
+    EXPECT_EQ(rules[0]["skiplines"].toString(), R"([{"skipline":"s"}])");
+    const auto& table = rules[0]["child"]["parserule"][1];
+    EXPECT_EQ(table["aligntype"].asInt(), 2);
+    EXPECT_EQ(table["alignrange"].asString(), "1;9");
+    EXPECT_EQ(table["headertovariables"].asString(), "H 1:$h;H 2:$n");
+    EXPECT_TRUE(rules[1]["excludeendline"].asBool() && rules[1]["isuseprevars"].asBool());
+    // The paragraph's default keyword rule knows the type of a variable; the filter's says nothing
+    // and isn't written.
+    EXPECT_EQ(rules[1]["child"]["parserule"][0]["variabletypes"].toString(),
+              R"({"variabletype":["$v:string"]})");
+    EXPECT_EQ(rules[1]["child"]["parserule"][1]["name"].asString(), "below");
+    EXPECT_FALSE(rules[1]["child"]["parserule"][1].isMember("child"));
+    EXPECT_EQ(rules[2]["script"].asString(), "def ParseText(t):\n  return {'a': t}\n");
 }
 
 TEST(Convert, ListsWhatXmlLoses) {
@@ -177,6 +181,13 @@ TEST(Convert, ListsWhatOfXmlIsLost) {
          "<parserules><parserule><type>4</type><lineasparagraph>3</lineasparagraph></parserule>"
          "</parserules>",
          "parserules.parserule[0].lineasparagraph (paragraph): comes back as 1\n"},
+        {"texts that are no number or flag",
+         "<parserules><parserule><type>3</type><isuseprevars>true</isuseprevars>"
+         "<isskipline>False</isskipline><leftalign>yes</leftalign><skipline>00</skipline>"
+         "<variabletypes><variabletype>$a</variabletype></variabletypes></parserule></parserules>",
+         "parserules.parserule[0].isuseprevars (table): nothing of it is read\n"
+         "parserules.parserule[0].leftalign (table): nothing of it is read\n"
+         "parserules.parserule[0].variabletypes (table): nothing of it is read\n"},
         {"lists of a script out of their order",
          "<parserules><parserule><type>8</type><variabletypes><variabletype><name>$a</name>"
          "<type>int</type></variabletype></variabletypes><script>x</script></parserule></"
@@ -210,6 +221,38 @@ TEST(Convert, ChoosesASample) {
               "sequences: XML has no place for it\n"
               "samples[1].index: comes back as 1\n");
     EXPECT_NE(conversion.text.find("<name>b</name>"), std::string::npos);
+}
+
+// A ping rule adds its own lines to those of a document, so each writing and reading repeats them.
+TEST(Convert, BuiltInLinesDoNotPileUp) {
+    auto text = Rules(R"({"type":5,"keywords":{"keyword":["own $x"]}},{"type":6})");
+    for (int turn = 0; turn < 3; ++turn) {
+        SCOPED_TRACE(turn);
+        const auto xml = CTzConvert::ToXml(Read(text));
+        const auto json = CTzConvert::ToJson(xml.text);
+        EXPECT_EQ(Lines(xml) + Lines(json), "");
+        text = json.text;
+        const auto rules = SampleOf(text)["parserRules"]["parserule"];
+        EXPECT_EQ(rules[0]["keywords"].toString(), R"({"keyword":["own $x"]})");
+        EXPECT_EQ(rules[1]["statements"].toString(), R"({"statement":[]})");
+    }
+}
+
+// Diff filters are read from XML and not written, text rules neither.
+TEST(Convert, RulesThatXmlOnlyReads) {
+    const auto json = CTzConvert::ToJson(
+        "<parserules><parserule><type>9</type><name>d</name><lines><row>2</row><text>x</text>"
+        "<added>1</added></lines></parserule></parserules>");
+    EXPECT_EQ(Lines(json), "");
+    EXPECT_EQ(SampleOf(json.text)["parserRules"]["parserule"][0]["lines"].toString(),
+              R"([{"added":true,"row":2,"text":"x"}])");
+    EXPECT_EQ(Lines(CTzConvert::ToXml(Read(json.text))),
+              "samples[0].parserRules.parserule[0] (diff filter \"d\"): XML can't hold a rule of "
+              "this kind here, nor what is below it\n");
+    EXPECT_EQ(
+        Lines(CTzConvert::ToXml(Read(Rules(R"({"type":15,"name":"t"},{"type":2,"name":"r"})")))),
+        "samples[0].parserRules.parserule[0] (text \"t\"): XML can't hold a rule of this "
+        "kind here, nor what is below it\n");
 }
 
 TEST(Convert, RefusesWhatIsNeither) {

@@ -43,7 +43,7 @@ TEST(DefinitionXml, SaveWritesTheFormAndLoadReadsItBack) {
     CAppVariableDef root(nullptr, "parser", AppDataType_Parsing, AppVariableType_Default, "a<b");
     CAppVariableTableDef* table = AddTable(root, "t");
     AddColumn(*table, "c")->SetBaseType(AppDataType_Int);
-    Add(root, " $x\r\x01", AppDataType_Double)->SetVarType(AppVariableType_User);
+    Add(root, " $x\x01", AppDataType_Double)->SetVarType(AppVariableType_User);
     table->SetIsExportToCSV(true);
     for (const char* key : {"c", "", "c"}) table->AddKey(key);
     const char* const leaf = R"(<variable data_type="10" var_type="4"><name>c</name><desc />)"
@@ -57,7 +57,7 @@ TEST(DefinitionXml, SaveWritesTheFormAndLoadReadsItBack) {
                   R"(<export_to_csv>1</export_to_csv></variable><variable data_type=")" +
                   std::to_string(AppDataType_Double) + "\" var_type=\"" +
                   std::to_string(AppVariableType_User) +
-                  R"("><name> $x&#13;&#01;</name><desc /></variable></childs></variable>)");
+                  R"("><name> $x&#01;</name><desc /></variable></childs></variable>)");
     CMarkup xml;
     xml.AddElem("variable");
     root.SaveToXml(xml);
