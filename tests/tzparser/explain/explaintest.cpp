@@ -147,7 +147,8 @@ TEST(Explain, PingsAndTraces) {
         {"a trace below a filter that keeps nothing",
          R"({"type":1,"name":"f","startline":"x","child":{"parserule":[{"type":6}]}})", "y",
          "filter f 0-1 0\n"
-         "  ! start line: no line fits \"x\" @0:0 /0\n"
+         "  ! no line fits the begin line \"x\"; so it keeps nothing\n"
+         "  ! keeps no line\n"
          "keyword 0-1 0\n"
          "traceroute 0-1 0\n"
          "  ! no header: no line has a text behind \"tracing\", \"traceroute to\" or "
