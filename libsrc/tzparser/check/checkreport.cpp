@@ -68,7 +68,7 @@ constexpr std::array<MessageRow, CheckMessage_Count> Messages = {{
     {CheckMessage_NotForReader,
      "A design reader takes no bounds and no operations; this is ignored."},
     {CheckMessage_BaselineMissing,
-     "There is no array of lines, so the rule has nothing in common with any text."},
+     "There is no array with rows, so the rule has nothing in common with any text."},
     {CheckMessage_BaselineWithoutRow,
      "No row has a text and a number from 0, so the rule has nothing in common with any text."},
     {CheckMessage_BaselineRowNumber, "There is no integer \"row\"; this is taken for the row {0}."},

@@ -103,7 +103,7 @@ TEST(DiffFilter, ANestedOneWorksWithTheDiffOfTheOuterOne) {
     auto& nested = DiffFilterAt(*outer.Children().at(0), 1);
     EXPECT_EQ(nested.GetOuterDiffFilter(), &outer);
     EXPECT_EQ(DumpRun(nested), "0 3; 0<0 3<3");
-    EXPECT_EQ(DumpLets(nested.GetVariableValue("$w")), "0:0-1 \"a\"; 3:0-1 \"e\"");
+    EXPECT_EQ(DumpLets(nested.GetVariableValue("$w")), "0:0-1 \"a\"");
 }
 
 // A line that a filter above has closed loses its entry.
@@ -193,7 +193,7 @@ TEST(DiffFilter, ResultDocuments) {
     }
     CMarkup xml;
     sample->SaveResultAsXML(xml);
-    EXPECT_EQ(xml.GetDoc().find("d"), std::string::npos) << xml.GetDoc();
+    EXPECT_EQ(xml.GetDoc().find("arse"), std::string::npos) << xml.GetDoc();
 }
 
 TEST(DiffFilter, ItsChildrenStandBelowItInTheTreeOfItsSample) {
