@@ -213,7 +213,7 @@ const EditRow TableRows[] = {
          PortTypes,
      "AA  BB  CC\nx   1   2\n    3   4",
      "3 $a 1:0-1'x' 2:0-1'x' $b 1:4-5'1' 2:4-5'3' $c 1:8-9'2' 2:8-9'4'",
-     "3 $a 1:0-1'x' 2:0-0'' $b 1:4-5'1' 2:4-5'3' $c 1:8-9'2' 2:8-9'4'"},
+     "3 $a 1:0-1'x' 2:0-0'' $b 1:4-5'1' 2:4-5'3' $c 1:8-9'2' 2:8-9'4'", Note_KeptInXml},
     {"keys are no change, statements and hash columns aren't saved", Ports,
      [](auto& sample) {
          auto& rule = Table(sample);
