@@ -370,9 +370,11 @@ TEST(DefinitionCheck, DiffFilters) {
     const Row rows[] = {
         {"fine", R"("lines":[{"row":0,"text":"a"},{"row":1,"text":"b","added":1}])", ""},
         {"no baseline", R"("name":"d")",
-         "@.lines: There is no array with rows, so the rule has nothing in common with any text.\n"},
+         "@.lines: There is no array with rows, so the rule has nothing in common with any "
+         "text.\n"},
         {"a baseline of another shape", R"("lines":{"row":0,"text":"a"})",
-         "@.lines: There is no array with rows, so the rule has nothing in common with any text.\n"},
+         "@.lines: There is no array with rows, so the rule has nothing in common with any "
+         "text.\n"},
         {"no row to compare", R"("lines":[{"row":-1,"text":"a"},{"row":0},7])",
          "@.lines[2]: This is not an object and is ignored.\n"
          "@.lines: No row has a text and a number from 0, so the rule has nothing in common with "
