@@ -57,7 +57,8 @@ private:
     };
 
     int& At(Frontier& frontier, int diagonal) {
-        return frontier.reach[static_cast<std::size_t>(diagonal + m_offset)];
+        const int place = diagonal + m_offset;
+        return frontier.reach[static_cast<std::size_t>(place)];
     }
     bool AreEqual(int first, int second) const {
         return m_first[static_cast<std::size_t>(first)] ==

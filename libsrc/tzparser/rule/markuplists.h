@@ -10,10 +10,12 @@ class CMarkup;
 
 // What the rule kinds share in reading and writing their XML form with the cursor of a CMarkup.
 //
-//     std::vector<std::string> texts;                const AppMarkupRule rule(xml,
-//     RuleType_Filter); ReadTextList(xml, "skiplines", "skipline",     if (!rule) return false;
-//                  texts);                           AddTextList(xml, "skiplines", "skipline",
-//                  texts);
+//     std::vector<std::string> texts;
+//     ReadTextList(xml, "skiplines", "skipline", texts);
+//
+//     const AppMarkupRule rule(xml, RuleType_Filter);
+//     if (!rule) return false;
+//     AddTextList(xml, "skiplines", "skipline", texts);
 //
 // Readers start at the first child of the level; where they leave the cursor on it isn't told.
 // Writers are false when something couldn't be added, since the document would be too deep.
