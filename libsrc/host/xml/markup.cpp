@@ -23,9 +23,9 @@ struct CMarkup::Tree {
     pugi::xml_document m_document;
     pugi::xml_node m_level = m_document;
     pugi::xml_node m_current;
-    // A document that was read holds its own white space. To indent it once more would change it,
-    // and a small text with very many elements very deep would become a huge one.
-    bool m_isRead = false;
+    // A document that was read holds its own white space, which indenting would change. And very
+    // many elements very deep would become a huge text, be they read or added.
+    bool m_isIndented = true;
 
     // The element that data and attributes belong to; null on the document's level without a
     // current element.
@@ -43,6 +43,7 @@ struct CMarkup::Tree {
 namespace {
 
 constexpr unsigned int ParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata;
+constexpr int MaxIndentedDepth = 100;
 constexpr char Declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 constexpr std::string_view WhiteSpace = " \t\r\n";
 
@@ -122,7 +123,9 @@ pugi::xml_node FromPos(CMarkup::Pos pos) {
 }  // namespace
 
 pugi::xml_node CMarkup::Tree::Append(const std::string& name) {
-    if (!IsName(name) || DepthOf(m_level) >= MaxDepth) return pugi::xml_node();
+    const int depth = DepthOf(m_level);
+    if (!IsName(name) || depth >= MaxDepth) return pugi::xml_node();
+    if (depth >= MaxIndentedDepth) m_isIndented = false;
     return m_level.append_child(name.c_str());
 }
 
@@ -142,7 +145,7 @@ bool CMarkup::SetDoc(const std::string& text) {
     const pugi::xml_parse_result result =
         m_tree->m_document.load_buffer(text.data(), text.size(), ParseFlags, pugi::encoding_utf8);
     if (!result) return fail(result.description(), static_cast<std::size_t>(result.offset));
-    m_tree->m_isRead = true;
+    m_tree->m_isIndented = false;
     m_error.clear();
     return true;
 }
@@ -152,9 +155,9 @@ std::string CMarkup::GetDoc() const {
     StringWriter writer;
     writer.m_text = Declaration;
     for (const pugi::xml_node node : m_tree->m_document) {
-        const unsigned int flags = m_tree->m_isRead ? pugi::format_raw : pugi::format_indent;
+        const unsigned int flags = m_tree->m_isIndented ? pugi::format_indent : pugi::format_raw;
         node.print(writer, "  ", flags, pugi::encoding_utf8);
-        if (m_tree->m_isRead) writer.m_text += '\n';
+        if (!m_tree->m_isIndented) writer.m_text += '\n';
     }
     return Utf8Repair(std::move(writer.m_text));
 }

@@ -50,8 +50,8 @@ public:
     // document is empty and GetError says why.
     bool SetDoc(const std::string& text);
     // The document as text, with a declaration in front; empty for a document without elements. A
-    // document built here is indented; one that was read keeps the white space it came with, and
-    // what is added to it gets none.
+    // document built here is indented, unless it has more than 100 levels; one that was read keeps
+    // the white space it came with, and what is added to it gets none.
     std::string GetDoc() const;
     // What the last SetDoc found wrong, with the byte offset; empty after a success.
     const std::string& GetError() const { return m_error; }

@@ -326,4 +326,15 @@ TEST(CMarkup, WhatWasReadIsNotIndentedAgain) {
     EXPECT_EQ(xml.GetDoc(), Declaration + text + "\n");
 }
 
+TEST(CMarkup, DeepDocumentsAreNotIndented) {
+    for (const int depth : {100, 101}) {
+        SCOPED_TRACE(depth);
+        CMarkup xml;
+        for (int i = 0; i < depth; ++i) ASSERT_TRUE(xml.AddElem("a") && xml.IntoElem());
+        const auto text = xml.GetDoc();
+        EXPECT_EQ(text.find("  <a") == std::string::npos, depth > 100);
+        EXPECT_EQ(text.back(), '\n');
+    }
+}
+
 }  // namespace

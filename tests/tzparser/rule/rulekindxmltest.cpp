@@ -366,7 +366,8 @@ TEST(RuleKindXml, TreesAsDeepAsTheyMayBe) {
         hxJson::Value json;
         clone->Save(json);
         clone->SaveResultAsJson(json);
-        EXPECT_EQ(SaveXml(*LoadXml(SaveXml(*clone))), SaveXml(*clone));
+        const auto saved = SaveXml(*clone);
+        EXPECT_EQ(SaveXml(*LoadXml(saved)), saved);
     }
 }
 
