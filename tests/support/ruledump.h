@@ -12,7 +12,7 @@
 #include <string>
 
 // What a parse found, rule by rule, in one line: the number of the kind, the ranges of a paragraph
-// ("0-2"), the open lines of a filter or design reader
+// ("0-2"), the open lines of a filter, design reader or diff filter
 // ("[1 2]"), the text of a text rule, the values ("$a 0:2-3'1'", line and columns), then
 // the children in round brackets. Rules stand apart by " | ".
 inline std::string DumpValues(const std::map<std::string, std::map<int, CAppTextLet>>& positions) {
@@ -39,8 +39,10 @@ inline std::string DumpRun(CAppParseRule& rule) {
     } else if (auto* text = dynamic_cast<CAppParseRuleText*>(&rule)) {
         for (const auto& let : text->GetVariableValue(text->GetName()))
             dump += " '" + let.text + "'";
-    } else if (auto* selector = dynamic_cast<CAppParseRuleLineSelector*>(&rule)) {
-        ForEachOpenLine(selector->LineStatus(),
+    } else if (rule.GetRuleType() == RuleType_Filter ||
+               rule.GetRuleType() == RuleType_DesignReader ||
+               rule.GetRuleType() == RuleType_DiffFilter) {
+        ForEachOpenLine(rule.LineStatus(),
                         [&dump](int line) { dump += " " + std::to_string(line); });
         dump = " [" + dump.substr(dump.empty() ? 0 : 1) + "]";
     }

@@ -441,12 +441,9 @@ TEST(RuleEditing, Filters) {
 const char* const Reader =
     R"({"type":2,"name":"r","drname":"a","drcode":"b",
         "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
-const char* const Record =
-    R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}],
-        "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
 
 // No design reader is set, so none selects a line.
-const EditRow SelectorRows[] = {
+const EditRow ReaderRows[] = {
     {"the design reader itself", Reader, [](auto& sample) { sample.DeleteVariable("r"); }, "",
      FourLines, ""},
     {"its new name, and what the reader gets", Reader,
@@ -467,6 +464,16 @@ const EditRow SelectorRows[] = {
      "2 [] (0)"},
     {"emptied", Reader, [](auto& sample) { At<CAppParseRuleDesignReader>(sample, 0).Reset(); },
      R"({"type":2,"child":{"parserule":[{}]}})", FourLines, "2 [] (0)"},
+};
+
+const char* const Record =
+    R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}],
+        "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
+const char* const Baseline =
+    R"({"type":9,"name":"x","lines":[{"row":0,"text":"one"},{"row":1,"text":"v 1"}],
+        "child":{"parserule":[{"keywords":{"keyword":["v $v"]}}]}})";
+
+const EditRow NamelessRows[] = {
     {"a text rule's name is nobody's", Record,
      [](auto& sample) {
          sample.DeleteVariable("x");
@@ -477,10 +484,22 @@ const EditRow SelectorRows[] = {
     {"a keyword rule below it goes with its variable", Record,
      [](auto& sample) { sample.DeleteVariable("v"); },
      R"({"type":15,"name":"x","lines":[{"row":7,"text":"one"}]})", FourLines, "15 'one'"},
+    {"nor does a diff filter answer to its name", Baseline,
+     [](auto& sample) {
+         sample.DeleteVariable("$x");
+         sample.RenameVariable("$x", "y");
+         sample.RenameVariable("v", "w");
+     },
+     R"({"type":9,"name":"x","lines":[{"text":"one"},{"row":1,"text":"v 1"}],
+         "child":{"parserule":[{"keywords":{"keyword":["v $w"]},
+         "variabletypes":{"variabletype":["$v:string"]}}]}})",
+     FourLines, "9 [0 1] (0 $v 0:0-0'' $w 1:2-3'1')"},
 };
 
-TEST(RuleEditing, DesignReadersAndTexts) {
-    CheckEdits(SelectorRows);
+TEST(RuleEditing, DesignReadersTextsAndDiffFilters) {
+    CheckEdits(ReaderRows);
+    CheckXml(ReaderRows);
+    CheckEdits(NamelessRows);
 }
 
 // Nor does a script rule own a name, be it that of its own variable.
