@@ -55,6 +55,7 @@ const KindRow Kinds[] = {
     {RuleType_Filter, {"filter", &ExplainFilter, &NameOfSelector}},
     {RuleType_DesignReader, {"design reader", &ExplainReader, &NameOfSelector}},
     {RuleType_Text, {"text", &ExplainText, &NameOfText}},
+    {RuleType_Script, {"script", &ExplainScript, &NoName}},
     {RuleType_DiffFilter, {"diff filter", &ExplainDiffFilter, &NameOfDiffFilter}},
 };
 

@@ -25,6 +25,7 @@ void ExplainFilter(CExplainScope& scope);
 void ExplainReader(CExplainScope& scope);
 void ExplainText(CExplainScope& scope);
 void ExplainDiffFilter(CExplainScope& scope);
+void ExplainScript(CExplainScope& scope);
 void ExplainTable(CExplainScope& scope);
 void ExplainParagraph(CExplainScope& scope);
 

@@ -54,6 +54,26 @@ void CheckAll(const Row (&rows)[Count]) {
     }
 }
 
+TEST(Explain, Scripts) {
+    const Row rows[] = {
+        {"what came back",
+         R"({"type":8,"script":"def ParseText(text):\n    return {'host': text[:2], 't': {'a': ['1', '2'], 'b': ['3']}, 'e': {'c': []}}"})",
+         "sw\n1",
+         "script 0-2 2\n  $host = \"sw\"\n  ! table \"e\": 1 column, 0 rows\n"
+         "  table \"t\": 2 columns, 2 rows\n"},
+        {"nothing came back", R"({"type":8,"script":"def ParseText(text):\n    return {}"})", "sw",
+         "script 0-1 1\n  ! the script gave nothing back\n"},
+        {"it fails, and what stands beside it runs",
+         R"({"type":8,"script":"def ParseText(text):\n    return 1 / 0"},{"keywords":{"keyword":["s$x"]}})",
+         "sw",
+         "script 0-1 1\n  ! the script failed: Failed to execute the parser script:Traceback (most "
+         "recent call last):\n  File \"<string>\", line 4, in <module>\n  File \"<string>\", line "
+         "2, in ParseText\nZeroDivisionError: division by zero\n"
+         "keyword 0-1 1\n  \"s$x\" matched: $x = \"w\" @0\n"},
+    };
+    CheckAll(rows);
+}
+
 TEST(Explain, KeywordStatements) {
     const Row rows[] = {
         {"a line with its values", R"({"keywords":{"keyword":["^eth$n is $s $_dummy"]}})",
