@@ -73,7 +73,7 @@ void CAppParseRuleTable::AppendParagraphValues(const std::string& name,
 CAppParseRule* CAppParseRuleTable::GetChildRuleByVariableName(const std::string& name) {
     const auto prefix = (BeginsWith(name, "$") ? "$" : "") + Prefix(m_definition->name, name);
     if (name == prefix) return this;
-    if (prefix.back() != '.' || !BeginsWith(name, prefix))
+    if (prefix.empty() || prefix.back() != '.' || !BeginsWith(name, prefix))
         return CAppParseRule::GetChildRuleByVariableName(name);
     const auto key = WithDollar(name.substr(prefix.size()));
     const bool isMine =

@@ -56,6 +56,13 @@ TEST(TableResult, OwnersByName) {
     EXPECT_NE(table.GetChildRuleByVariableName("q"), nullptr);
 }
 
+TEST(TableResult, ATableWithoutANameOwnsTheEmptyName) {
+    CAppParseRuleTable table(nullptr);
+    for (const auto* name : {"a", "$a", "t.a"})
+        EXPECT_EQ(table.GetChildRuleByVariableName(name), nullptr) << name;
+    EXPECT_EQ(table.GetChildRuleByVariableName(""), &table);
+}
+
 // A name that ends in ".end" asks for the header line: the test for it looks at the name's begin.
 TEST(TableResult, LinesOfNames) {
     const auto sample = LoadRules(TableNode(R"("endline":"Total")"));
