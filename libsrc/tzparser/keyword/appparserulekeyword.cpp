@@ -44,6 +44,7 @@ bool CAppParseRuleKeyWord::OnCopyTo(CAppParseRule* target) {
     other->m_definition = m_definition;
     other->m_values = m_values;
     other->m_runPlan = m_runPlan;
+    other->m_slotPlan = nullptr;
     other->SetRuleModify();
     return true;
 }
@@ -52,6 +53,7 @@ CAppParseRuleKeyWord::Definition& CAppParseRuleKeyWord::EditDefinition() {
     auto& definition = m_definition.Edit();
     definition.plan.reset();
     m_runPlan.reset();
+    m_slotPlan = nullptr;
     return definition;
 }
 
