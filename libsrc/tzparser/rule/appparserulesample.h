@@ -98,6 +98,9 @@ public:
     const std::string& GetTableHash() const override { return m_tableHash; }
     void SetTableHash(const std::string& hash) override;
 
+    CAppParseRuleSample* AsSample() override { return this; }
+    const CAppParseRuleSample* AsSample() const override { return this; }
+
 protected:
     bool OnCopyTo(CAppParseRule* target) override;
     void SetRuleModify() override;

@@ -29,6 +29,7 @@ bool CAppParseRuleTable::OnCopyTo(CAppParseRule* target) {
         other->m_values = m_values;
         other->m_layout = m_layout;
         other->m_runPlan = m_runPlan;
+        other->m_slotPlan = nullptr;
     }
     other->SetRuleModify();
     return true;
@@ -38,6 +39,7 @@ CAppParseRuleTable::Definition& CAppParseRuleTable::EditDefinition() {
     auto& definition = m_definition.Edit();
     definition.plan.reset();
     m_runPlan.reset();
+    m_slotPlan = nullptr;
     return definition;
 }
 

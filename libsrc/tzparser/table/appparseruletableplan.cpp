@@ -91,7 +91,10 @@ std::shared_ptr<const CAppParseRuleTable::Plan> CAppParseRuleTable::PlanOfRun() 
     if (m_definition->plan) return m_definition->plan;
     if (m_isHeaderHosted && m_runPlan && m_runPlan->headers != m_definition->headers)
         m_runPlan.reset();
-    if (!m_runPlan) m_runPlan = MakePlan();
+    if (!m_runPlan) {
+        m_runPlan = MakePlan();
+        m_slotPlan = nullptr;
+    }
     return m_runPlan;
 }
 
