@@ -120,6 +120,7 @@ public:
     bool LoadFromXml(CMarkup& xml) override;
     bool SaveToXml(CMarkup& xml) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
@@ -158,21 +159,31 @@ protected:
 private:
     using Spans = std::vector<std::pair<std::string, std::string>>;
 
-    // What compiling a KVP found.
+    // What compiling a KVP found. A definition holds many of these, so what two of its parts say is
+    // held once.
     struct Kvp {
-        std::string regexText;
-        std::vector<std::string> names;           // without dummies
-        std::vector<std::string> namesWithDummy;  // index i is capture group i + 1
+        std::string regexText;  // empty when `regex` has it
+        std::shared_ptr<const CAppRegex>
+            regex;                            // null until a plan was made, or it doesn't compile
+        std::vector<std::string> names;       // without dummies
+        std::vector<std::string> groupNames;  // of the capture groups in order
+        bool hasDummy = false;                // else the groups have the names
         bool isMultiLine = false;
+
+        const std::string& RegexText() const { return regex ? regex->GetText() : regexText; }
+        const std::vector<std::string>& NamesWithDummy() const {
+            return hasDummy ? groupNames : names;
+        }
+        // Other names for the same groups.
+        void SetNames(std::vector<std::string> other);
     };
 
     // One KVP made ready to be run.
     struct PlanItem {
         std::shared_ptr<const CAppRegex> regex;  // null: it doesn't compile
-        std::string regexText;
-        std::vector<std::string> names;
-        std::vector<std::size_t> slots;  // of each name, in Plan::variables
-        std::vector<char> isDummy;       // of each capture group
+        std::string brokenRegex;                 // its text then
+        std::vector<std::size_t> slots;          // of each name, in Plan::variables
+        std::vector<char> isDummy;               // of each capture group; empty when none is one
         bool isMultiLine = false;
     };
     struct Plan {
@@ -199,6 +210,7 @@ private:
         const std::set<std::string>* usePre;
         int start;
         int end;
+        const CAppSampleLines* lines;  // null without a sample
     };
 
     // A value that a match over several lines gave to a name.
@@ -237,12 +249,13 @@ private:
     void RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
     void AssignGroups(Run& run, const PlanItem& item, const CAppRegexMatch& match, int line);
     void RunMultiLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
-    static std::vector<char> MarkDummies(const std::vector<std::string>& namesWithDummy);
+    static std::vector<char> MarkDummies(const Kvp& kvp);
     std::vector<char> DummiesOfRegex(const std::string& regexText) const;
     std::vector<MultiLineHit> MatchOverLines(int startLine, int endLine, const CAppRegex& regex,
                                              std::size_t nameCount,
                                              const std::vector<char>& isDummy,
                                              CAppRegexMatch& match);
+    const CLetColumn* LastValue(const std::set<std::string>& usePre, const std::string& name) const;
     void CarryOver(const std::set<std::string>& usePre, const std::string& name,
                    CAppTextLet& value) const;
     void StoreStandBys(const Run& run);
@@ -255,7 +268,7 @@ private:
                   std::vector<char>& marked) const;
 
     std::vector<int> ParagraphLines() const;
-    void AppendOuterValues(const std::string& name, std::vector<CAppTextLet>& values) const;
+    void AppendOuterValues(const std::string& name, CLetList& values) const;
     std::set<int> OriTextLines() const;
 
     CCopyOnWrite<Definition> m_definition;
@@ -269,6 +282,7 @@ private:
     int m_longestSpan = 0;
     std::shared_ptr<const Plan>
         m_runPlan;  // of the KVPs of the last run that the definition had no plan for
+    const Plan* m_slotPlan = nullptr;  // by whose variables the values know their columns
 
     // Of the run going on; kept for the memory alone.
     std::vector<char> m_missing;  // by slot: no value found yet

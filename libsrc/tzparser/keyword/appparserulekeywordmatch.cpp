@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <map>
+#include <string_view>
 
 bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
                                  IAppVariableCallback*) {
@@ -29,6 +31,7 @@ bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
 void CAppParseRuleKeyWord::ParseRange() {
     const auto* parent = GetParentRule();
     if (parent != nullptr && parent->GetRuleType() != RuleType_Paragraph) m_values.Clear();
+    if (const auto* lines = GetSampleLines()) m_values.ReadFrom(lines->Text());
     ExecuteSearchReplace(GetNIStartLine(), GetNIEndLine());
     ParseKeywordVariable(GetNIStartLine(), GetNIEndLine());
     ParseMlineVariables(GetNIStartLine(), GetNIEndLine());
@@ -36,6 +39,8 @@ void CAppParseRuleKeyWord::ParseRange() {
 
 bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
     auto run = BeginRun(startLine, endLine);
+    if (m_slotPlan != run.plan) m_values.ForgetSlots();
+    m_slotPlan = run.plan;
     if (!m_match) m_match.emplace();
     for (const auto& item : run.plan->items) {
         if (item.isMultiLine)
@@ -50,7 +55,7 @@ bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
 // Variables of KVPs that are compiled only now aren't among the missing ones: their stand-by values
 // begin with the next parse of the rule.
 CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endLine) {
-    Run run{FindPlan(), &UsePreVars(), startLine, endLine};
+    Run run{FindPlan(), &UsePreVars(), startLine, endLine, GetSampleLines()};
     if (run.plan != nullptr) {
         m_missing.assign(run.plan->variables.size(), 1);
         return run;
@@ -58,6 +63,7 @@ CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endL
     std::set<std::string> known;
     FillAllVariables(known);
     m_runPlan = MakePlan();
+    m_slotPlan = nullptr;
     run.plan = m_runPlan.get();
     m_missing.clear();
     for (const auto& name : run.plan->variables)
@@ -83,9 +89,21 @@ const CAppParseRuleKeyWord::Plan* CAppParseRuleKeyWord::FindPlan() const {
     return nullptr;
 }
 
+// The texts of expressions that compiled are those that the expressions hold.
 void CAppParseRuleKeyWord::PreparePlan() {
     auto plan = MakePlan();
-    EditDefinition().plan = std::move(plan);
+    auto& definition = EditDefinition();
+    std::map<std::string_view, const PlanItem*> items;
+    for (const auto& item : plan->items)
+        if (item.regex) items.emplace(item.regex->GetText(), &item);
+    for (auto& entry : definition.resolved) {
+        auto& kvp = entry.second;
+        const auto item = items.find(kvp.regexText);
+        if (kvp.regex || item == items.end()) continue;
+        kvp.regex = item->second->regex;
+        kvp.regexText = std::string();
+    }
+    definition.plan = std::move(plan);
 }
 
 std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan() {
@@ -94,10 +112,12 @@ std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan
     const auto kvps = GetRunKVPs();
     std::vector<std::string> names;
     for (const auto& kvp : kvps) ExtractVariableNames(kvp, names);
+    plan->variables.reserve(m_definition->variableTypes.size());
     for (const auto& entry : m_definition->variableTypes) plan->variables.push_back(entry.first);
+    plan->items.reserve(kvps.size());
     for (const auto& kvp : kvps) {
         const auto* known = FindResolved(kvp);
-        if (known != nullptr && !known->regexText.empty())
+        if (known != nullptr && !known->RegexText().empty())
             plan->items.push_back(MakePlanItem(kvp, plan->variables));
     }
     return plan;
@@ -107,13 +127,12 @@ CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
     const std::string& kvp, const std::vector<std::string>& variables) {
     const auto& known = *FindResolved(kvp);
     PlanItem item;
-    item.regexText = known.regexText;
-    item.regex = GetCachedRegex(known.regexText, CAppRegex::RuleFlags);
-    item.names = known.names;
+    item.regex = GetCachedRegex(known.RegexText(), CAppRegex::RuleFlags);
+    if (!item.regex) item.brokenRegex = known.RegexText();
     item.isMultiLine = known.isMultiLine;
-    item.isDummy =
-        item.isMultiLine ? DummiesOfRegex(known.regexText) : MarkDummies(known.namesWithDummy);
-    for (const auto& name : item.names) {
+    item.isDummy = item.isMultiLine ? DummiesOfRegex(known.RegexText()) : MarkDummies(known);
+    item.slots.reserve(known.names.size());
+    for (const auto& name : known.names) {
         const auto at = std::lower_bound(variables.begin(), variables.end(), name);
         const bool found = at != variables.end() && *at == name;
         item.slots.push_back(found ? static_cast<std::size_t>(at - variables.begin()) : NoSlot);
@@ -122,7 +141,7 @@ CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
 }
 
 void CAppParseRuleKeyWord::RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match) {
-    const auto* lines = GetSampleLines();
+    const auto* lines = run.lines;
     if (lines == nullptr || !item.regex) return;
     const bool replaced = !GetSearchReplaceResult().empty();
     const int end = std::min(run.end, lines->Count());
@@ -138,20 +157,20 @@ void CAppParseRuleKeyWord::RunSingleLine(Run& run, const PlanItem& item, CAppReg
 void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CAppRegexMatch& match,
                                         int line) {
     const auto groups = static_cast<std::size_t>(match.GroupCount());
-    const bool surplus = groups > item.names.size();
+    const auto& slots = item.slots;
+    const bool surplus = groups > slots.size();
     std::size_t nameIndex = 0;
-    for (std::size_t group = 1; group <= groups && nameIndex < item.names.size(); ++group) {
+    for (std::size_t group = 1; group <= groups && nameIndex < slots.size(); ++group) {
         const auto value = match.Text(static_cast<int>(group));
         if (value.empty() && surplus) continue;
         if (group - 1 < item.isDummy.size() && item.isDummy[group - 1] != 0) continue;
-        const auto& name = item.names[nameIndex];
-        const auto slot = item.slots[nameIndex];
-        ++nameIndex;
-        if (value.empty() && run.usePre->count(name) != 0) continue;
+        const auto slot = slots[nameIndex++];
         if (slot == NoSlot) continue;
+        const auto& name = run.plan->variables[slot];
+        if (value.empty() && run.usePre->count(name) != 0) continue;
         m_missing[slot] = 0;
         const auto begin = static_cast<int>(match.Position(static_cast<int>(group)));
-        m_values.Column(name).Set(line, begin, value);
+        m_values.ColumnAt(slot, name).Set(line, begin, value);
         AddLineAndOriTextInfo(line);
     }
 }
@@ -160,18 +179,30 @@ void CAppParseRuleKeyWord::StoreStandBys(const Run& run) {
     for (std::size_t slot = 0; slot < m_missing.size(); ++slot) {
         if (m_missing[slot] == 0) continue;
         const auto& name = run.plan->variables[slot];
-        CAppTextLet value(run.start, 0, run.start, 0, std::string());
-        CarryOver(*run.usePre, name, value);
+        const auto* carried = LastValue(*run.usePre, name);
+        if (carried == nullptr) {
+            m_values.ColumnAt(slot, name).Set(run.start, 0, {});
+            AddLineAndOriTextInfo(run.start);
+            continue;
+        }
+        CAppTextLet value(run.start, 0, run.start, 0, carried->Last().text);
         Store(name, run.start, value);
     }
+}
+
+// The values whose last one the paragraph before left for a variable that carries it over; null
+// when there are none.
+const CLetColumn* CAppParseRuleKeyWord::LastValue(const std::set<std::string>& usePre,
+                                                  const std::string& name) const {
+    if (usePre.empty() || usePre.count(name) == 0) return nullptr;
+    const auto* values = m_values.Find(name);
+    return values != nullptr && !values->IsEmpty() ? values : nullptr;
 }
 
 // Takes over the text that the paragraph before left for a variable.
 void CAppParseRuleKeyWord::CarryOver(const std::set<std::string>& usePre, const std::string& name,
                                      CAppTextLet& value) const {
-    if (usePre.count(name) == 0) return;
-    const auto* values = m_values.Find(name);
-    if (values != nullptr && !values->IsEmpty()) value.text = values->Last().text;
+    if (const auto* values = LastValue(usePre, name)) value.text = values->Last().text;
 }
 
 void CAppParseRuleKeyWord::Store(const std::string& name, int line, const CAppTextLet& value) {

@@ -15,10 +15,13 @@ std::string WithDollar(const std::string& name) {
 }  // namespace
 
 std::vector<CAppTextLet> CAppParseRuleKeyWord::GetVariableValue(const std::string& name) {
-    const auto full = WithDollar(name);
-    if (const auto* known = m_values.Find(full)) return known->Lets();
-    std::vector<CAppTextLet> values;
-    if (IsFirstChildOfParagraph()) AppendOuterValues(full, values);
+    return FindValues(name).TakeLets();
+}
+
+CLetList CAppParseRuleKeyWord::FindValues(const std::string& name) {
+    if (const auto* known = m_values.FindWithDollar(name)) return CLetList(*known);
+    CLetList values;
+    if (IsFirstChildOfParagraph()) AppendOuterValues(WithDollar(name), values);
     return values;
 }
 
@@ -34,8 +37,7 @@ std::vector<int> CAppParseRuleKeyWord::ParagraphLines() const {
     return {};
 }
 
-void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
-                                             std::vector<CAppTextLet>& values) const {
+void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name, CLetList& values) const {
     const auto lines = ParagraphLines();
     const auto* inner = GetParentRule();
     for (const auto* outer = inner->GetParentRule();

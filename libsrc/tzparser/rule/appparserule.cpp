@@ -76,9 +76,17 @@ void CAppParseRule::GetChildRules(std::vector<CAppParseRule*>& children) {
 }
 
 std::vector<CAppTextLet> CAppParseRule::GetVariableValue(const std::string& name) {
+    return FindValuesBelow(name).TakeLets();
+}
+
+CLetList CAppParseRule::FindValues(const std::string& name) {
+    return CLetList(GetVariableValue(name));
+}
+
+CLetList CAppParseRule::FindValuesBelow(const std::string& name) {
     for (const auto& child : m_children) {
-        auto values = child->GetVariableValue(name);
-        if (!values.empty()) return values;
+        auto values = child->FindValues(name);
+        if (!values.IsEmpty()) return values;
     }
     return {};
 }
@@ -120,11 +128,11 @@ const CAppParseRule* CAppParseRule::GetRootParentRule() const {
 }
 
 CAppParseRuleSample* CAppParseRule::GetSampleRoot() {
-    return dynamic_cast<CAppParseRuleSample*>(GetRootParentRule());
+    return GetRootParentRule()->AsSample();
 }
 
 const CAppParseRuleSample* CAppParseRule::GetSampleRoot() const {
-    return dynamic_cast<const CAppParseRuleSample*>(GetRootParentRule());
+    return GetRootParentRule()->AsSample();
 }
 
 AppDataType_e CAppParseRule::GetDataType(const std::string& typeName) {
@@ -139,6 +147,14 @@ bool CAppParseRule::HasChildParser(int) const {
 
 bool CAppParseRule::GetVariableLine(const std::string&, int&) {
     return false;
+}
+
+CAppParseRuleSample* CAppParseRule::AsSample() {
+    return nullptr;
+}
+
+const CAppParseRuleSample* CAppParseRule::AsSample() const {
+    return nullptr;
 }
 
 IParagraphScope* CAppParseRule::AsParagraphScope() {

@@ -8,6 +8,7 @@
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/rule/searchreplaceoperation.h"
 #include "tzparser/text/apptextlet.h"
+#include "tzparser/text/letlist.h"
 #include "tzparser/text/lumoserializable.h"
 #include "tzparser/variable/appdatatype.h"
 
@@ -128,6 +129,9 @@ public:
     // Copies of the values found for a variable, in line order; empty when there are none. The base
     // asks the children in order for the first answer that isn't empty.
     virtual std::vector<CAppTextLet> GetVariableValue(const std::string& name);
+    // The same as the rule holds them, without making lets. A class that replaces one of both has
+    // to give the same answer to the other: this asks GetVariableValue.
+    virtual CLetList FindValues(const std::string& name);
     // The rule that owns a variable; null when none does. The base asks the children in order.
     virtual CAppParseRule* GetChildRuleByVariableName(const std::string& name);
     // This rule or one of its own children by the id of the document; null for an empty or unknown
@@ -178,6 +182,9 @@ public:
     // What the rules below ask of a paragraph; null for every other kind.
     virtual IParagraphScope* AsParagraphScope();
     virtual const IParagraphScope* AsParagraphScope() const;
+    // The rule as the root that owns the lines; null for every other kind.
+    virtual CAppParseRuleSample* AsSample();
+    virtual const CAppParseRuleSample* AsSample() const;
 
     RuleType GetRuleType() const { return m_ruleType; }
     void SetRuleType(RuleType ruleType) { m_ruleType = ruleType; }
@@ -294,10 +301,22 @@ protected:
     const CAppParseRuleSample* GetSampleRoot() const;
     const CAppSampleLines* GetSampleLines() const;
 
+    // FindValues of the children in order, the first answer that isn't empty.
+    CLetList FindValuesBelow(const std::string& name);
+
     CAppLineStatus m_lineStatus;
 
 private:
-    using RegexMap = std::map<std::string, std::shared_ptr<const CAppRegex>, std::less<>>;
+    struct ByText {
+        using is_transparent = void;
+        using Regex = std::shared_ptr<const CAppRegex>;
+        bool operator()(const Regex& a, const Regex& b) const {
+            return a->GetText() < b->GetText();
+        }
+        bool operator()(const Regex& a, std::string_view b) const { return a->GetText() < b; }
+        bool operator()(std::string_view a, const Regex& b) const { return a < b->GetText(); }
+    };
+    using RegexSet = std::set<std::shared_ptr<const CAppRegex>, ByText>;
     struct Definition {
         NIGroupInfo niStart;
         NIGroupInfo niEnd;
@@ -312,7 +331,7 @@ private:
     void LoadBounds(const hxJson::Value& node);
     void CopyOwnFieldsTo(CAppParseRule& target) const;
     std::shared_ptr<const CAppRegex> FindCachedRegex(const std::string& pattern) const;
-    void SetCachedRegex(const std::string& pattern, std::shared_ptr<const CAppRegex> regex);
+    void SetCachedRegex(std::shared_ptr<const CAppRegex> regex);
     bool CalcLineByVariable(const NIGroupInfo& info, int& line);
     bool CalcLineByPattern(int startLine, int endLine, const NIGroupInfo& info, int& line);
     int FindLine(int startLine, int endLine, const CAppRegex& expression);
@@ -337,8 +356,8 @@ private:
     bool m_saveExBuiltInInfo = false;
 
     // Compiled expressions: those that came with the definition, and those of this rule alone.
-    std::shared_ptr<const RegexMap> m_sharedRegex;
-    RegexMap m_cachedRegex;
+    std::shared_ptr<const RegexSet> m_sharedRegex;
+    RegexSet m_cachedRegex;
 
     // What the last parse made.
     std::string m_lastError;

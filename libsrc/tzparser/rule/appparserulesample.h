@@ -97,12 +97,16 @@ public:
 
     bool AddToVariableTree(CAppVariableDef* def) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
     void ClearVariablePosition() override;
     void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
+
+    CAppParseRuleSample* AsSample() override { return this; }
+    const CAppParseRuleSample* AsSample() const override { return this; }
 
 protected:
     bool OnCopyTo(CAppParseRule* target) override;

@@ -29,6 +29,7 @@ bool CAppParseRuleTable::OnCopyTo(CAppParseRule* target) {
         other->m_values = m_values;
         other->m_layout = m_layout;
         other->m_runPlan = m_runPlan;
+        other->m_slotPlan = nullptr;
         if (m_isHeaderHosted) other->LeaveHostedHeaders();
     }
     other->SetRuleModify();
@@ -39,6 +40,7 @@ CAppParseRuleTable::Definition& CAppParseRuleTable::EditDefinition() {
     auto& definition = m_definition.Edit();
     definition.plan.reset();
     m_runPlan.reset();
+    m_slotPlan = nullptr;
     return definition;
 }
 
@@ -81,7 +83,7 @@ void CAppParseRuleTable::SetName(const std::string& name) {
 void CAppParseRuleTable::SetHeader(const std::string& headers) {
     auto& pieces = EditDefinition().headers;
     pieces = AppStrUtil::StrSplit(headers, ";", false);
-    AppStrUtil::TzStrTrim(pieces, std::string(TableText::Spaces));
+    AppStrUtil::TzStrTrim(pieces, std::string(TableText::SpaceCharacters));
     SetRuleModify();
 }
 

@@ -2,7 +2,9 @@
 
 #include "tzparser/text/letcolumns.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +27,16 @@ public:
     CLetColumns::Positions& HostPositions();
     bool IsHosted() const { return m_isHosted; }
 
+    // The text whose lines are going to be cut; see CLetColumns::ReadFrom.
+    void ReadFrom(const std::shared_ptr<const std::string>& text) { m_columns.ReadFrom(text); }
     // The cells of a variable, none at first; valid until Clear, or until a host takes the variable
     // out.
     CLetColumn& Column(const std::string& name) { return m_columns.Column(name); }
+    // The same by a number that the caller goes by; see CLetColumns::ColumnAt.
+    CLetColumn& ColumnAt(std::size_t slot, const std::string& name) {
+        return m_columns.ColumnAt(slot, name);
+    }
+    void ForgetSlots() { m_columns.ForgetSlots(); }
     // Stores a cell in the place of one that stood there.
     void Store(CLetColumn& column, std::int32_t line, std::int32_t begin, std::string_view text);
     void Store(const std::string& name, std::int32_t line, const CAppTextLet& let);

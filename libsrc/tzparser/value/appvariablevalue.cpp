@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include <boost/container/small_vector.hpp>
+
 namespace {
 
 // A name without its leading dollar signs; a name of dollar signs only stays.
@@ -25,7 +27,8 @@ AppDataType_e CAppVariableValue::GetDataType() const {
 }
 
 std::string CAppVariableValue::GetVariableFullName() const {
-    std::vector<std::string_view> parts;
+    constexpr std::size_t usualDepth = 4;
+    boost::container::small_vector<std::string_view, usualDepth> parts;
     std::size_t length = 0;
     for (const auto* node = this; node != nullptr; node = node->m_parentValue) {
         if (node->GetDataType() == AppDataType_Parsing) continue;
@@ -49,16 +52,22 @@ std::vector<CAppVariableValue*> CAppVariableValue::Pointers(const Nodes& nodes) 
 }
 
 int CAppVariableValue::GetValueCount() const {
-    if (GetDataType() != AppDataType_Table) return static_cast<int>(m_values.size());
+    if (GetDataType() != AppDataType_Table) return static_cast<int>(m_values.Count());
     for (const auto& child : m_childValues)
-        if (!child->m_values.empty()) return static_cast<int>(child->m_values.size());
+        if (!child->m_values.IsEmpty()) return static_cast<int>(child->m_values.Count());
     return 0;
 }
 
 CAppTextLet* CAppVariableValue::GetVariableValue(int index) {
     const int i = GetDataType() == AppDataType_Array ? index : 0;
-    if (i < 0 || static_cast<std::size_t>(i) >= m_values.size()) return nullptr;
-    return &m_values[static_cast<std::size_t>(i)];
+    if (i < 0 || static_cast<std::size_t>(i) >= m_values.Count()) return nullptr;
+    return &m_values.Lets()[static_cast<std::size_t>(i)];
+}
+
+std::optional<std::string_view> CAppVariableValue::GetVariableText(int index) const {
+    const int i = GetDataType() == AppDataType_Array ? index : 0;
+    if (i < 0 || static_cast<std::size_t>(i) >= m_values.Count()) return std::nullopt;
+    return m_values.Text(static_cast<std::size_t>(i));
 }
 
 CAppVariableValue* CAppVariableValue::GetChildByName(const std::string& name) const {
@@ -94,19 +103,21 @@ const CAppVariableValue* CAppVariableValue::GetRoot() const {
 
 CAppVariableValue* CAppVariableValue::GetValueByDef(const CAppVariableDef* def) const {
     const auto* root = GetRoot();
-    if (root->m_valueByDef.empty()) {
+    if (!root->m_valueByDef) {
+        auto nodes = std::make_unique<NodeByDef>();
         std::vector<const CAppVariableValue*> pending{root};
         while (!pending.empty()) {
             const auto* node = pending.back();
             pending.pop_back();
             for (const auto& child : node->m_childValues) {
-                root->m_valueByDef.emplace(child->m_varDef, child.get());
+                nodes->emplace(child->m_varDef, child.get());
                 pending.push_back(child.get());
             }
         }
+        root->m_valueByDef = std::move(nodes);
     }
-    const auto at = root->m_valueByDef.find(def);
-    return at != root->m_valueByDef.end() ? at->second : nullptr;
+    const auto at = root->m_valueByDef->find(def);
+    return at != root->m_valueByDef->end() ? at->second : nullptr;
 }
 
 std::map<std::string, CAppVariableValue*> CAppVariableValue::GetTableChildValues() const {
@@ -121,7 +132,7 @@ void CAppVariableValue::ClearValue(bool bChildren) {
     while (!pending.empty()) {
         auto* node = pending.back();
         pending.pop_back();
-        node->m_values.clear();
+        node->m_values.Clear();
         if (!bChildren) continue;
         for (const auto& child : node->m_childValues) pending.push_back(child.get());
     }
