@@ -10,13 +10,10 @@ find_package(SQLite3 3.37 REQUIRED)
 find_package(Threads REQUIRED)
 find_path(XXHASH_INCLUDE_DIR xxhash.h REQUIRED)
 find_library(XXHASH_LIBRARY xxhash REQUIRED)
+find_path(PCRE2_INCLUDE_DIR pcre2.h REQUIRED)
+find_library(PCRE2_LIBRARY pcre2-8 REQUIRED)
 
 add_library(tz_libraries INTERFACE)
 target_link_libraries(tz_libraries INTERFACE Boost::regex Boost::${boost_python} Python3::Python pugixml::pugixml
-    msgpackc-cxx SQLite::SQLite3 ${XXHASH_LIBRARY} Threads::Threads)
-target_include_directories(tz_libraries SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIRS} ${XXHASH_INCLUDE_DIR})
-
-if(TZ_SANITIZE MATCHES "thread")
-    add_library(regex_blocks OBJECT cmake/regexblocks.cpp)
-    target_link_libraries(regex_blocks PRIVATE tz_options tz_libraries)
-endif()
+    msgpackc-cxx SQLite::SQLite3 ${XXHASH_LIBRARY} ${PCRE2_LIBRARY} Threads::Threads)
+target_include_directories(tz_libraries SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIRS} ${XXHASH_INCLUDE_DIR} ${PCRE2_INCLUDE_DIR})

@@ -13,6 +13,7 @@ set(TZ_FLOORS
     host/python
     tzparser/text
     tzparser/variable
+    tzparser/regex
     tzparser/pattern
     tzparser/rule
     tzparser/keyword
@@ -41,9 +42,6 @@ endfunction()
 # tz_floor_objects(OUT FLOOR) gives the objects of a floor and of all below it, for tests of internals.
 function(tz_floor_objects out floor)
     set(objects "")
-    if(TARGET regex_blocks)
-        list(APPEND objects $<TARGET_OBJECTS:regex_blocks>)
-    endif()
     foreach(name IN LISTS TZ_FLOORS)
         string(REPLACE "/" "_" target "floor_${name}")
         if(TARGET ${target})

@@ -79,10 +79,19 @@ public:
 
     // Searches the first match anywhere in the text. `match` is meaningful only after
     // AppRegexSearch_Match. When the matcher throws, "Catch any exception" goes to the debugger
-    // output.
+    // output. Where a match can be ruled out without the matcher the result is
+    // AppRegexSearch_NoMatch, also if the matcher would have given up.
     AppRegexSearch_e Search(std::string_view text, CAppRegexMatch& match) const noexcept;
+    // The same, but AppRegexSearch_GaveUp whenever the matcher would give up. It may take much
+    // longer on the texts where that can happen.
+    AppRegexSearch_e SearchTelling(std::string_view text, CAppRegexMatch& match) const noexcept;
     // The same for a match of the whole text, from its first byte to its last.
     AppRegexSearch_e MatchWhole(std::string_view text, CAppRegexMatch& match) const noexcept;
+
+    // The same two by the matcher alone. They say what is right: the others differ from them only
+    // in time and in AppRegexSearch_NoMatch for AppRegexSearch_GaveUp.
+    AppRegexSearch_e SearchPlain(std::string_view text, CAppRegexMatch& match) const noexcept;
+    AppRegexSearch_e MatchWholePlain(std::string_view text, CAppRegexMatch& match) const noexcept;
 
     // Replaces the first or all matches in `text`, the replacement in Perl's format syntax; returns
     // whether the text has changed. Throws what the matcher throws: std::runtime_error when it
@@ -95,7 +104,9 @@ public:
 
 private:
     template <class Run>
-    AppRegexSearch_e Guard(std::string_view text, Run run) const noexcept;
+    AppRegexSearch_e Guard(Run run) const noexcept;
+    bool RunPlain(std::string_view text, CAppRegexMatch& match, bool isWhole) const;
+    bool RunTrusted(std::string_view text, CAppRegexMatch& match) const;
 
     struct Impl;
     std::unique_ptr<Impl> m_impl;

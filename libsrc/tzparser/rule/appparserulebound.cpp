@@ -106,7 +106,7 @@ int CAppParseRule::FindLine(int startLine, int endLine, const CAppRegex& express
     const auto end = std::min(endLine, lines->Count());
     for (int line = std::max(startLine, 0); line < end; ++line) {
         if (!IsLineOpen(line)) continue;
-        const auto result = expression.Search(lines->View(line), match);
+        const auto result = expression.SearchTelling(lines->View(line), match);
         if (result == AppRegexSearch_Match) return line;
         if (result == AppRegexSearch_GaveUp) SetLastError("Catch any exception");
     }

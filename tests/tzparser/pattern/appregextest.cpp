@@ -1,8 +1,11 @@
 #include "host/runtime/diagnostics.h"
 #include "tzparser/pattern/appregex.h"
 
+#include <atomic>
 #include <locale>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -29,8 +32,10 @@ const SearchRow SearchRows[] = {
     {"a high byte is no letter", "(\\w+)", "\xe9t\xe9", AppRegexSearch_Match, 1, "t"},
     {"an empty text", "^()$", "", AppRegexSearch_Match, 0, ""},
     {"an expression that doesn't compile", "(", "(", AppRegexSearch_NoMatch, 0, ""},
-    {"a search that gives up", "^(a+)+$", std::string(200, 'a') + "!", AppRegexSearch_GaveUp, 0,
-     ""},
+    {"a search that would give up", "^(a+)+$", std::string(200, 'a') + "!", AppRegexSearch_NoMatch,
+     0, ""},
+    {"one that has to and does", "(a|aa)+$", std::string(5000, 'a') + "!\na", AppRegexSearch_GaveUp,
+     0, ""},
 };
 
 void CheckSearchRows() {
@@ -83,10 +88,38 @@ TEST(AppRegex, TellsOnTheDebuggerOutputThatItGaveUp) {
     SetDiagnosticSink(
         [](std::string_view text, void* all) { static_cast<std::string*>(all)->append(text); },
         &notes);
+    const CAppRegex regex("^(a+)+$", CAppRegex::RuleFlags);
+    const auto text = std::string(200, 'a') + "!";
     CAppRegexMatch match;
-    CAppRegex("^(a+)+$", CAppRegex::RuleFlags).Search(std::string(200, 'a') + "!", match);
+    EXPECT_EQ(regex.Search(text, match), AppRegexSearch_NoMatch);
+    EXPECT_EQ(notes, "");
+    EXPECT_EQ(regex.SearchTelling(text, match), AppRegexSearch_GaveUp);
     SetDiagnosticSink(nullptr, nullptr);
     EXPECT_EQ(notes, "Catch any exception");
+}
+
+// What searches need is made by whichever thread first needs it.
+TEST(AppRegex, ThreadsShareOne) {
+    const CAppRegex plain("(a)\\1(b)", CAppRegex::RuleFlags);
+    const CAppRegex quick("(\\d+) errors", CAppRegex::RuleFlags);
+    const CAppRegex hostile("^(?:(\\w+)\\s*)+:$", CAppRegex::RuleFlags);
+    std::atomic<int> found{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 6; ++i) {
+        threads.emplace_back([&] {
+            CAppRegexMatch match;
+            for (int round = 0; round < 100; ++round) {
+                const auto digits = std::to_string(round * 1000);
+                if (plain.Search("xaab", match) == AppRegexSearch_Match && match.Position(2) == 3 &&
+                    quick.Search("of " + digits + " errors", match) == AppRegexSearch_Match &&
+                    match.Text(1) == digits &&
+                    hostile.Search("a b c d e" + digits + ";", match) == AppRegexSearch_NoMatch)
+                    ++found;
+            }
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(found, 600);
 }
 
 TEST(AppRegex, ReplaceThrowsForAnExpressionThatDoesNotCompile) {
