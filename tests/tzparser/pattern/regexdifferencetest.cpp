@@ -112,4 +112,22 @@ TEST(RegexDifference, WhichExpressionsAreFast) {
     }
 }
 
+void ExpectCompiles(const std::string& expression) {
+    if (!IsSurelyValidRegex(expression)) return;
+    for (const unsigned flags : {0U, CAppRegex::RuleFlags})
+        EXPECT_EQ(BuildRegex(expression, flags | boost::regex::no_except).status(), 0)
+            << expression;
+}
+
+TEST(RegexDifference, WhatIsSurelyValidCompiles) {
+    for (char x = ' '; x <= '~'; ++x) {
+        for (char y = ' '; y <= '~'; ++y) {
+            const std::string two{x, y};
+            for (const auto& expression : {two, "\\" + two, "[" + two + "]", "[\\" + two + "]",
+                                           std::string{'[', x, '-', y, ']'}, "(" + two + ")+"})
+                ExpectCompiles(expression);
+        }
+    }
+}
+
 }  // namespace
