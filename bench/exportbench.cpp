@@ -76,18 +76,29 @@ const Table& Large() {
     return table;
 }
 
+const Table& TableOf(benchmark::State& state) {
+    static const Table small(Rows / 100);
+    return static_cast<std::size_t>(state.range(0)) == Rows ? Large() : small;
+}
+
+void SetCells(benchmark::State& state) {
+    state.SetItemsProcessed(state.iterations() * state.range(0) *
+                            static_cast<std::int64_t>(Columns));
+}
+
 void SetBytes(benchmark::State& state, std::size_t bytes) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
 
 void ExportTable(benchmark::State& state) {
-    const auto& table = Large();
+    const auto& table = TableOf(state);
     std::string record;
     for (auto _ : state) {
         CParserHelper::GetParserData(*table.root, table.schema, record, "", "");
         benchmark::DoNotOptimize(record.data());
     }
     SetBytes(state, table.record.size());
+    SetCells(state);
 }
 
 // Packs the same cells, without an index, a tree or a look at types.
@@ -125,9 +136,10 @@ std::string HashedBytes() {
 }
 
 void HashTable(benchmark::State& state) {
-    const auto bytes = HashedBytes().size();
-    for (auto _ : state) benchmark::DoNotOptimize(Large().Routes().GenerateTableHash());
-    SetBytes(state, bytes);
+    const auto& table = TableOf(state);
+    for (auto _ : state) benchmark::DoNotOptimize(table.Routes().GenerateTableHash());
+    if (state.range(0) == static_cast<std::int64_t>(Rows)) SetBytes(state, HashedBytes().size());
+    SetCells(state);
 }
 
 void HashPlain(benchmark::State& state) {
@@ -159,24 +171,34 @@ void ReadWholeRecord(benchmark::State& state) {
     SetBytes(state, Large().record.size());
 }
 
-BENCHMARK(ExportTable)->Unit(benchmark::kMillisecond);
+BENCHMARK(ExportTable)->Arg(Rows / 100)->Arg(Rows)->Unit(benchmark::kMillisecond);
 BENCHMARK(ExportPlain)->Unit(benchmark::kMillisecond);
-BENCHMARK(HashTable)->Unit(benchmark::kMillisecond);
+BENCHMARK(HashTable)->Arg(Rows / 100)->Arg(Rows)->Unit(benchmark::kMillisecond);
 BENCHMARK(HashPlain)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadOneVariable)->Unit(benchmark::kMicrosecond);
 BENCHMARK(ReadWholeRecord)->Unit(benchmark::kMillisecond);
 
 const bool rows = CRatioTable::Add({
     {"export of 100,000 rows x 10, to a plain packing loop",
-     "ExportTable",
+     "ExportTable/100000",
      "ExportPlain",
      RatioMeasure_Megabytes,
      {RatioAim::Ratio, '>', 0.8}},
     {"hash of 100,000 rows x 10, to the digest of its bytes at once",
-     "HashTable",
+     "HashTable/100000",
      "HashPlain",
      RatioMeasure_Megabytes,
      {}},
+    {"export: a cell of 100 thousand rows, to one of 1 thousand",
+     "ExportTable/100000",
+     "ExportTable/1000",
+     RatioMeasure_Nanoseconds,
+     {RatioAim::Ratio, '<', 1.1}},
+    {"hash: a cell of 100 thousand rows, to one of 1 thousand",
+     "HashTable/100000",
+     "HashTable/1000",
+     RatioMeasure_Nanoseconds,
+     {RatioAim::Ratio, '<', 1.1}},
 });
 
 }  // namespace

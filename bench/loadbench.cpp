@@ -7,6 +7,7 @@
 #include "ratiotable.h"
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 namespace {
 
@@ -47,9 +48,39 @@ void LoadJsonOnly(benchmark::State& state) {
     CountBytes(state);
 }
 
+// Bytes that the heap has in use once the definition is loaded and its document gone, of one rule.
+void LoadMemory(benchmark::State& state) {
+    double bytes = 0;
+    for (auto _ : state) {
+        const auto before = mallinfo2();
+        CTzParser parser;
+        {
+            hxJson::Value definition;
+            if (!hxJson::Reader().parse(Document(), definition) || !parser.SetParser(definition))
+                state.SkipWithError("the definition could not be loaded");
+        }
+        const auto after = mallinfo2();
+        bytes = static_cast<double>(after.uordblks + after.hblkhd) -
+                static_cast<double>(before.uordblks + before.hblkhd);
+    }
+    state.counters["bytes"] = bytes / Samples;
+}
+
+// What the texts of a rule alone take: its statements, each held once.
+void LoadTexts(benchmark::State& state) {
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        for (const auto& statement : BenchText::SmallStatements()) bytes += statement.size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+
 BENCHMARK(Load)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadPlainCompile)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadJsonOnly)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadTexts)->Iterations(1);
 
 const bool rows = CRatioTable::Add({
     {"load 200 samples, to compiling their statements plainly",
@@ -61,6 +92,11 @@ const bool rows = CRatioTable::Add({
      "Load",
      "LoadJsonOnly",
      RatioMeasure_Megabytes,
+     {}},
+    {"200 samples in memory: one rule, to the texts of its statements",
+     "LoadMemory/iterations:1",
+     "LoadTexts/iterations:1",
+     RatioMeasure_Kilobytes,
      {}},
 });
 

@@ -4,7 +4,6 @@
 #include <string>
 
 #include <malloc.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,26 +11,32 @@ namespace {
 
 constexpr std::size_t Kilobyte = 1024;
 
-// In kilobytes, as the kernel counts the peak too.
-std::size_t ResidentNow() {
-    std::ifstream pages("/proc/self/statm");
-    std::size_t total = 0;
-    std::size_t resident = 0;
-    pages >> total >> resident;
-    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / Kilobyte;
+// A figure of the kernel about this process, in kilobytes: "VmRSS" is what is in memory now,
+// "VmHWM" the most there was.
+std::size_t Figure(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word) {
+        if (word != name + ":") continue;
+        std::size_t kilobytes = 0;
+        status >> kilobytes;
+        return kilobytes;
+    }
+    return 0;
 }
 
-std::size_t ResidentPeak() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss);
+// The most there was, made what there is: the child comes with its parent's, and what was freed
+// before isn't the work's.
+void ForgetPeak() {
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << 5;
 }
 
 std::size_t Grow(const std::function<void()>& work) {
-    malloc_trim(0);
-    const auto before = ResidentNow();
+    ForgetPeak();
+    const auto before = Figure("VmRSS");
     work();
-    const auto peak = ResidentPeak();
+    const auto peak = Figure("VmHWM");
     return peak > before ? (peak - before) * Kilobyte : 0;
 }
 

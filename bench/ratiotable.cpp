@@ -2,27 +2,18 @@
 
 #include "host/json/hxjson.h"
 
+#include "markdown.h"
+
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <fstream>
-#include <iomanip>
 #include <locale>
 #include <ostream>
 #include <sstream>
 
 namespace {
 
-constexpr const char* Units[] = {"us", "MB/s", "ns", "MB"};
-constexpr std::size_t ColumnCount = 7;
-using Cells = std::array<std::string, ColumnCount>;
-
-std::string Digits(double value, int decimals) {
-    std::ostringstream out;
-    out.imbue(std::locale::classic());
-    out << std::fixed << std::setprecision(decimals) << value;
-    return out.str();
-}
+constexpr const char* Units[] = {"us", "MB/s", "ns", "MB", "KB"};
 
 // Three digits that count.
 std::string Figure(double value) {
@@ -48,13 +39,6 @@ double Counter(const benchmark::UserCounters& counters, const char* name) {
     return at != counters.end() ? at->second.value : 0;
 }
 
-void PrintCells(std::ostream& out, const Cells& cells,
-                const std::array<std::size_t, ColumnCount>& widths) {
-    for (std::size_t i = 0; i < ColumnCount; ++i)
-        out << "| " << cells[i] << std::string(widths[i] - cells[i].size() + 1, ' ');
-    out << "|\n";
-}
-
 }  // namespace
 
 std::vector<RatioRow>& CRatioTable::Rows() {
@@ -67,16 +51,20 @@ bool CRatioTable::Add(const std::vector<RatioRow>& rows) {
     return true;
 }
 
+// The library's own medians count only where it keeps the repetitions to itself.
 void CRatioTable::Note(const benchmark::BenchmarkReporter::Run& run) {
     using Run = benchmark::BenchmarkReporter::Run;
     if (run.error_occurred) return;
-    if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") return;
+    auto& repetitions = m_figures[run.run_name.str()];
+    if (run.run_type == Run::RT_Aggregate &&
+        (run.aggregate_name != "median" || !repetitions.empty()))
+        return;
     const bool isReal = !run.run_name.time_type.empty();
     const double time = isReal ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
-    m_figures[run.run_name.str()] = {time / benchmark::GetTimeUnitMultiplier(run.time_unit),
-                                     Counter(run.counters, "bytes_per_second"),
-                                     Counter(run.counters, "items_per_second"),
-                                     Counter(run.counters, "bytes")};
+    repetitions.push_back({time / benchmark::GetTimeUnitMultiplier(run.time_unit),
+                           Counter(run.counters, "bytes_per_second"),
+                           Counter(run.counters, "items_per_second"),
+                           Counter(run.counters, "bytes")});
 }
 
 double CRatioTable::Value(const Figures& figures, RatioMeasure_e measure) {
@@ -89,28 +77,49 @@ double CRatioTable::Value(const Figures& figures, RatioMeasure_e measure) {
             return figures.itemsPerSecond > 0 ? 1e9 / figures.itemsPerSecond : 0;
         case RatioMeasure_Bytes:
             return figures.bytes / 1e6;
+        case RatioMeasure_Kilobytes:
+            return figures.bytes / 1e3;
     }
     return 0;
 }
 
+std::vector<double> CRatioTable::Values(const std::vector<Figures>& repetitions,
+                                        RatioMeasure_e measure) {
+    std::vector<double> values;
+    for (const auto& figures : repetitions) values.push_back(Value(figures, measure));
+    return values;
+}
+
+// A repetition of ours goes with the baseline's of the same number.
 std::vector<CRatioTable::Line> CRatioTable::Lines() const {
     std::vector<Line> lines;
     for (const auto& row : Rows()) {
         const auto ours = m_figures.find(row.ours);
         const auto baseline = m_figures.find(row.baseline);
         if (ours == m_figures.end() || baseline == m_figures.end()) continue;
-        Line line{&row, Value(ours->second, row.measure), Value(baseline->second, row.measure), 0,
-                  false};
-        if (line.baseline <= 0) continue;
-        line.ratio = line.ours / line.baseline;
+        const auto mine = Values(ours->second, row.measure);
+        const auto theirs = Values(baseline->second, row.measure);
+        std::vector<double> ratios;
+        for (std::size_t i = 0; i < std::min(mine.size(), theirs.size()); ++i)
+            if (theirs[i] > 0) ratios.push_back(mine[i] / theirs[i]);
+        if (ratios.empty()) continue;
+        Line line{&row, Median(mine), Median(theirs), Median(ratios), ratios, false};
         line.isMet = Holds(row.aim, line.ours, line.ratio);
-        lines.push_back(line);
+        lines.push_back(std::move(line));
     }
     return lines;
 }
 
+std::vector<RatioRecord> CRatioTable::Records() const {
+    std::vector<RatioRecord> records;
+    for (const auto& line : Lines())
+        records.push_back(
+            {line.row->what, line.row->measure == RatioMeasure_Megabytes, line.ratios});
+    return records;
+}
+
 void CRatioTable::Print(std::ostream& out) const {
-    std::vector<Cells> table = {{"what", "unit", "ours", "baseline", "ratio", "aim", "met"}, {}};
+    std::vector<MarkdownRow> table = {{"what", "unit", "ours", "baseline", "ratio", "aim", "met"}};
     for (const auto& line : Lines()) {
         const auto aim = AimText(line.row->aim);
         table.push_back({line.row->what, Units[line.row->measure], Figure(line.ours),
@@ -119,25 +128,21 @@ void CRatioTable::Print(std::ostream& out) const {
                          : line.isMet ? "yes"
                                       : "no"});
     }
-    if (table.size() == 2) return;
-    std::array<std::size_t, ColumnCount> widths{};
-    for (const auto& cells : table)
-        for (std::size_t i = 0; i < ColumnCount; ++i)
-            widths[i] = std::max(widths[i], cells[i].size());
-    for (std::size_t i = 0; i < ColumnCount; ++i) table[1][i].assign(widths[i], '-');
-    out << '\n';
-    for (const auto& cells : table) PrintCells(out, cells, widths);
+    PrintMarkdown(out, table);
 }
 
 bool CRatioTable::Write(const std::string& path) const {
     hxJson::Value rows(hxJson::arrayValue);
     for (const auto& line : Lines()) {
         auto& row = rows.append(hxJson::Value());
-        row["what"] = line.row->what;
+        row[RatioKey::What] = line.row->what;
         row["unit"] = Units[line.row->measure];
         row["ours"] = line.ours;
         row["baseline"] = line.baseline;
         row["ratio"] = line.ratio;
+        auto& ratios = row[RatioKey::Ratios] = hxJson::Value(hxJson::arrayValue);
+        for (const double ratio : line.ratios) ratios.append(hxJson::Value(ratio));
+        row[RatioKey::LargerIsBetter] = line.row->measure == RatioMeasure_Megabytes;
         row["aim"] = AimText(line.row->aim);
         row["met"] = line.isMet;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ratiocompare.h"
+
 #include <iosfwd>
 #include <map>
 #include <string>
@@ -13,6 +15,7 @@ enum RatioMeasure_e {
     RatioMeasure_Megabytes,     // a second, of 10^6 bytes
     RatioMeasure_Nanoseconds,   // of one item
     RatioMeasure_Bytes,         // the counter "bytes", shown in units of 10^6
+    RatioMeasure_Kilobytes,     // the same in units of 10^3
 };
 
 // What should hold of the row; an empty aim holds always.
@@ -37,10 +40,10 @@ struct RatioRow {
 //     const bool rows = CRatioTable::Add({{"1 KB", "Parse", "Plain", RatioMeasure_Microseconds,
 //     {}}});
 //
-// Each source of benchmarks adds its rows when the program starts. The runs are noted as they end,
-// medians where there are repetitions. Ratio is ours divided by the baseline, in the unit shown: of
-// rates the larger is the better, of times the smaller. Rows of which a side wasn't run are left
-// out.
+// Each source of benchmarks adds its rows when the program starts; no two rows have one name. The
+// runs are noted as they end, each repetition. Ratio is ours divided by the baseline, in the unit
+// shown: of rates the larger is the better, of times the smaller. What is shown are medians of the
+// repetitions. Rows of which a side wasn't run are left out.
 class CRatioTable {
 public:
     // Always true.
@@ -49,8 +52,11 @@ public:
     void Note(const benchmark::BenchmarkReporter::Run& run);
     // Writes the rows as a Markdown table, or nothing when there are none.
     void Print(std::ostream& out) const;
-    // Writes them as a JSON array; false when the file can't be written.
+    // Writes them as a JSON array, with the ratio of each repetition; false when the file can't be
+    // written.
     bool Write(const std::string& path) const;
+    // The rows for a comparison with another run.
+    std::vector<RatioRecord> Records() const;
 
 private:
     struct Figures {
@@ -64,12 +70,15 @@ private:
         double ours;
         double baseline;
         double ratio;
+        std::vector<double> ratios;  // of the repetitions
         bool isMet;
     };
 
     static std::vector<RatioRow>& Rows();
     static double Value(const Figures& figures, RatioMeasure_e measure);
+    static std::vector<double> Values(const std::vector<Figures>& repetitions,
+                                      RatioMeasure_e measure);
     std::vector<Line> Lines() const;
 
-    std::map<std::string, Figures> m_figures;
+    std::map<std::string, std::vector<Figures>> m_figures;  // of each repetition
 };

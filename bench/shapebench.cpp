@@ -1,5 +1,5 @@
-// Tables and paragraphs: what a stored cell costs, how the cost of a row grows with the number of
-// rows, and how much memory a parse takes beside its text.
+// Tables, paragraphs and filters: what a stored cell costs, how the cost of a row grows with the
+// number of rows, and how much memory a parse takes beside its text.
 #include "tzparser/engine/tzparser.h"
 
 #include "benchtext.h"
@@ -120,28 +120,84 @@ void Nested(benchmark::State& state) {
     Parse(state, ShapeText::Nested(count, count), *ShapeText::NestedParser(), count * count);
 }
 
+void NestedMemory(benchmark::State& state) {
+    const auto count = Count(state);
+    Memory(state, ShapeText::Nested(count, count), *ShapeText::NestedParser());
+}
+
+void NestedText(benchmark::State& state) {
+    TextSize(state, ShapeText::Nested(Count(state), Count(state)));
+}
+
+void Filter(benchmark::State& state) {
+    const auto lines = Count(state);
+    Parse(state, BenchText::Interfaces(lines), *ShapeText::FilterParser(), lines);
+}
+
+void FilterMemory(benchmark::State& state) {
+    Memory(state, BenchText::Interfaces(Count(state)), *ShapeText::FilterParser());
+}
+
+void FilterText(benchmark::State& state) {
+    TextSize(state, BenchText::Interfaces(Count(state)));
+}
+
+void KeywordMemory(benchmark::State& state) {
+    Memory(state, BenchText::Large(), *BenchText::MakeParser(BenchText::EarlyStatements()));
+}
+
+void KeywordText(benchmark::State& state) {
+    TextSize(state, BenchText::Large());
+}
+
+// The lines that a paragraph text of so many blocks has, and a nested one of so many in as many.
+constexpr int ThousandLinesOfBlocks = 72;
+constexpr int ThousandLinesOfNested = 32;
+constexpr int HundredThousandLinesOfNested = 316;
+
+BENCHMARK(Table)->Arg(19)->Unit(benchmark::kMicrosecond);
+BENCHMARK(TablePlain)->Arg(19)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Table)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(TablePlain)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(TableMemory)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(TableText)->Arg(100000)->Iterations(1);
 BENCHMARK(Blocks)->RangeMultiplier(10)->Range(1000, 10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Blocks)
+    ->Arg(ThousandLinesOfBlocks)
+    ->Arg(100 * ThousandLinesOfBlocks)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(BlocksPlain)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BlocksMemory)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BlocksText)->Arg(10000)->Iterations(1);
-BENCHMARK(Nested)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Nested)
+    ->Arg(ThousandLinesOfNested)
+    ->Arg(100)
+    ->Arg(HundredThousandLinesOfNested)
+    ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(NestedMemory)
+    ->Arg(HundredThousandLinesOfNested)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(NestedText)->Arg(HundredThousandLinesOfNested)->Iterations(1);
+BENCHMARK(Filter)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(FilterMemory)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(FilterText)->Arg(100000)->Iterations(1);
+BENCHMARK(KeywordMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(KeywordText)->Iterations(1);
 
 const bool rows = CRatioTable::Add({
+    {"table of 20 lines, to cutting and copying the cells plainly",
+     "Table/19",
+     "TablePlain/19",
+     RatioMeasure_Microseconds,
+     {RatioAim::Ours, '<', 40}},
     {"table of 100 thousand rows by 8, to cutting and copying the cells plainly",
      "Table/100000",
      "TablePlain/100000",
      RatioMeasure_Megabytes,
      {}},
-    {"the same, a stored cell", "Table/100000", "TablePlain/100000", RatioMeasure_Nanoseconds, {}},
-    {"the same, peak memory, to the text",
-     "TableMemory/100000/iterations:1",
-     "TableText/100000/iterations:1",
-     RatioMeasure_Bytes,
-     {}},
+    {"the table, a stored cell", "Table/100000", "TablePlain/100000", RatioMeasure_Nanoseconds, {}},
     {"a cell of 10 thousand rows, to one of 1 thousand",
      "Table/10000",
      "Table/1000",
@@ -162,22 +218,56 @@ const bool rows = CRatioTable::Add({
      "BlocksPlain/10000",
      RatioMeasure_Megabytes,
      {}},
-    {"the same, a stored value", "Blocks/10000", "BlocksPlain/10000", RatioMeasure_Nanoseconds, {}},
-    {"the same, peak memory, to the text",
-     "BlocksMemory/10000/iterations:1",
-     "BlocksText/10000/iterations:1",
-     RatioMeasure_Bytes,
-     {}},
-    {"a value of 10 thousand paragraphs, to one of 1 thousand",
+    {"the paragraphs, a stored value",
      "Blocks/10000",
-     "Blocks/1000",
+     "BlocksPlain/10000",
+     RatioMeasure_Nanoseconds,
+     {}},
+    {"paragraphs: a value of 100 thousand lines, to one of 1 thousand",
+     "Blocks/7200",
+     "Blocks/72",
      RatioMeasure_Nanoseconds,
      {RatioAim::Ratio, '<', 1.1}},
-    {"a nested paragraph of 1000 in 1000, to one of 100 in 100",
+    {"nested paragraphs: one of 100 thousand lines, to one of 1 thousand",
+     "Nested/316",
+     "Nested/32",
+     RatioMeasure_Nanoseconds,
+     {RatioAim::Ratio, '<', 1.1}},
+    {"nested paragraphs: one of 1 million lines, to one of 10 thousand",
      "Nested/1000",
      "Nested/100",
      RatioMeasure_Nanoseconds,
      {RatioAim::Ratio, '<', 1.1}},
+    {"filter of 50 patterns: a line of 100 thousand, to one of 1 thousand",
+     "Filter/100000",
+     "Filter/1000",
+     RatioMeasure_Nanoseconds,
+     {RatioAim::Ratio, '<', 1.1}},
+    {"12 statements, 5 MB: peak memory, to the text",
+     "KeywordMemory/iterations:1",
+     "KeywordText/iterations:1",
+     RatioMeasure_Bytes,
+     {}},
+    {"table of 100 thousand rows by 8: peak memory, to the text",
+     "TableMemory/100000/iterations:1",
+     "TableText/100000/iterations:1",
+     RatioMeasure_Bytes,
+     {}},
+    {"10 thousand paragraphs of 12 values: peak memory, to the text",
+     "BlocksMemory/10000/iterations:1",
+     "BlocksText/10000/iterations:1",
+     RatioMeasure_Bytes,
+     {}},
+    {"nested paragraphs, 100 thousand lines: peak memory, to the text",
+     "NestedMemory/316/iterations:1",
+     "NestedText/316/iterations:1",
+     RatioMeasure_Bytes,
+     {}},
+    {"filter of 50 patterns, 100 thousand lines: peak memory, to the text",
+     "FilterMemory/100000/iterations:1",
+     "FilterText/100000/iterations:1",
+     RatioMeasure_Bytes,
+     {}},
 });
 
 }  // namespace

@@ -134,4 +134,17 @@ std::unique_ptr<CTzParser> NestedParser() {
     return MakeParser(NestedRules);
 }
 
+std::unique_ptr<CTzParser> FilterParser() {
+    hxJson::Value rule;
+    rule["type"] = 1;
+    rule["name"] = "kept";
+    rule["filterloop"] = true;
+    auto& patterns = rule["includelines"]["includeline"];
+    for (const char* line : {"regex:^  Description: ", "regex: line protocol is up$"})
+        patterns.append(hxJson::Value(line));
+    for (std::size_t i = 2; i < FilterPatterns; ++i)
+        patterns.append(hxJson::Value("regex:^  Counter " + Number(i) + " of \\S+ is \\d+"));
+    return MakeParser(rule.toString());
+}
+
 }  // namespace ShapeText

@@ -26,4 +26,9 @@ std::unique_ptr<CTzParser> BlockParser();
 std::string Nested(std::size_t outer, std::size_t inner);
 std::unique_ptr<CTzParser> NestedParser();
 
+// A filter of fifty patterns that keeps the lines which any of them fits, two of twenty-five in
+// BenchText::Interfaces; the other forty-eight fit none.
+std::unique_ptr<CTzParser> FilterParser();
+constexpr std::size_t FilterPatterns = 50;
+
 }  // namespace ShapeText
