@@ -69,11 +69,11 @@ Values ExtraElements(const CAppVariableValue& value) {
     return {};
 }
 
-bool IsTrue(const std::string& text) {
+bool IsTrue(std::string_view text) {
     return text == "1" || AsciiEqualIgnoreCase(text, "true");
 }
 
-bool IsFalse(const std::string& text) {
+bool IsFalse(std::string_view text) {
     return text == "0" || AsciiEqualIgnoreCase(text, "false");
 }
 
@@ -148,38 +148,36 @@ bool CParserHelper::GetParserStructure(const CAppVariableDef& def, hxJson::Value
     return true;
 }
 
-bool CParserHelper::SerializeTestLetToMsgPack(const CAppTextLet* let, int dataType,
+void CParserHelper::SerializeTestLetToMsgPack(std::string_view text, int dataType,
                                               CPacker& packer) {
     std::int64_t integer = 0;
     double real = 0;
-    if (let == nullptr)
-        packer.pack_nil();
-    else if (dataType == AppDataType_Int && RecordInteger(let->text, integer))
+    if (dataType == AppDataType_Int && RecordInteger(text, integer))
         packer.pack_int64(integer);
-    else if (dataType == AppDataType_Double && RecordReal(let->text, real))
+    else if (dataType == AppDataType_Double && RecordReal(text, real))
         packer.PackReal(real);
-    else if (dataType == AppDataType_Bool && IsTrue(let->text))
+    else if (dataType == AppDataType_Bool && IsTrue(text))
         packer.pack_true();
-    else if (dataType == AppDataType_Bool && IsFalse(let->text))
+    else if (dataType == AppDataType_Bool && IsFalse(text))
         packer.pack_false();
     else if (IsTextType(dataType))
-        packer.PackText(let->text);
+        packer.PackText(text);
     else
         packer.pack_nil();
-    return true;
 }
 
 void CParserHelper::SerializeElement(const CAppVariableValue& element, CPacker& data) {
-    const auto& lets = element.GetValues();
+    const auto count = element.GetLetCount();
     const auto* def = element.GetVarDef();
     const auto type = def != nullptr ? ElementType(*def) : AppDataType_None;
-    if (lets.empty()) {
+    if (count == 0) {
         data.pack_nil();
     } else if (element.GetDataType() == AppDataType_Array) {
-        data.PackArrayHeader(lets.size());
-        for (const auto& let : lets) SerializeTestLetToMsgPack(&let, type, data);
+        data.PackArrayHeader(count);
+        for (std::size_t i = 0; i < count; ++i)
+            SerializeTestLetToMsgPack(element.GetText(i), type, data);
     } else {
-        SerializeTestLetToMsgPack(&lets.front(), type, data);
+        SerializeTestLetToMsgPack(element.GetText(0), type, data);
     }
 }
 

@@ -88,6 +88,6 @@ private:
     static bool SerializeParserDataToMsgPack(const CAppVariableValue& value, CPacker& index,
                                              CPacker& data, const std::string& deviceId,
                                              CHXInterfaceTypeManagement* management);
-    static bool SerializeTestLetToMsgPack(const CAppTextLet* let, int dataType, CPacker& packer);
+    static void SerializeTestLetToMsgPack(std::string_view text, int dataType, CPacker& packer);
     static void SerializeElement(const CAppVariableValue& element, CPacker& data);
 };

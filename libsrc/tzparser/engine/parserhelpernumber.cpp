@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -22,7 +23,8 @@ std::string_view WithoutWhiteSpace(std::string_view text) {
 }
 
 // The library's own conversion, for everything that isn't a plain decimal number.
-bool RareReal(const std::string& text, double& number) noexcept {
+bool RareReal(std::string_view view, double& number) noexcept {
+    const std::string text(view);
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     const int before = errno;
     char* end = nullptr;
@@ -41,7 +43,7 @@ bool IsPlainDecimal(std::string_view number) {
 
 }  // namespace
 
-bool RecordInteger(const std::string& text, std::int64_t& number) noexcept {
+bool RecordInteger(std::string_view text, std::int64_t& number) noexcept {
     auto digits = WithoutWhiteSpace(text);
     if (!digits.empty() && digits[0] == '+') {
         digits.remove_prefix(1);
@@ -50,7 +52,7 @@ bool RecordInteger(const std::string& text, std::int64_t& number) noexcept {
     return std::from_chars(digits.data(), digits.data() + digits.size(), number).ec == std::errc();
 }
 
-bool RecordReal(const std::string& text, double& number) noexcept {
+bool RecordReal(std::string_view text, double& number) noexcept {
     auto digits = WithoutWhiteSpace(text);
     const bool isNegative = !digits.empty() && digits[0] == '-';
     if (isNegative || (!digits.empty() && digits[0] == '+')) digits.remove_prefix(1);

@@ -13,8 +13,8 @@
 
 // The decimal integer at the text's start, behind white space and a sign. What follows it doesn't
 // matter. False when there is none or it doesn't fit 64 bits.
-bool RecordInteger(const std::string& text, std::int64_t& number) noexcept;
+bool RecordInteger(std::string_view text, std::int64_t& number) noexcept;
 
 // The same for a decimal or hexadecimal number, an infinity or a NaN. False also for a number that
 // is too big or too small for a double.
-bool RecordReal(const std::string& text, double& number) noexcept;
+bool RecordReal(std::string_view text, double& number) noexcept;

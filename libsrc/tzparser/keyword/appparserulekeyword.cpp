@@ -45,6 +45,7 @@ bool CAppParseRuleKeyWord::OnCopyTo(CAppParseRule* target) {
     other->m_values = m_values;
     other->m_longestSpan = m_longestSpan;
     other->m_runPlan = m_runPlan;
+    other->m_slotPlan = nullptr;
     other->SetRuleModify();
     return true;
 }
@@ -53,6 +54,7 @@ CAppParseRuleKeyWord::Definition& CAppParseRuleKeyWord::EditDefinition() {
     auto& definition = m_definition.Edit();
     definition.plan.reset();
     m_runPlan.reset();
+    m_slotPlan = nullptr;
     return definition;
 }
 

@@ -120,6 +120,7 @@ public:
     bool LoadFromXml(CMarkup& xml) override;
     bool SaveToXml(CMarkup& xml) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;
@@ -243,6 +244,7 @@ private:
                                              std::size_t nameCount,
                                              const std::vector<char>& isDummy,
                                              CAppRegexMatch& match);
+    const CLetColumn* LastValue(const std::set<std::string>& usePre, const std::string& name) const;
     void CarryOver(const std::set<std::string>& usePre, const std::string& name,
                    CAppTextLet& value) const;
     void StoreStandBys(const Run& run);
@@ -269,6 +271,7 @@ private:
     int m_longestSpan = 0;
     std::shared_ptr<const Plan>
         m_runPlan;  // of the KVPs of the last run that the definition had no plan for
+    const Plan* m_slotPlan = nullptr;  // by whose variables the values know their columns
 
     // Of the run going on; kept for the memory alone.
     std::vector<char> m_missing;  // by slot: no value found yet

@@ -29,6 +29,7 @@ bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
 void CAppParseRuleKeyWord::ParseRange() {
     const auto* parent = GetParentRule();
     if (parent != nullptr && parent->GetRuleType() != RuleType_Paragraph) m_values.Clear();
+    if (const auto* lines = GetSampleLines()) m_values.ReadFrom(lines->Text());
     ExecuteSearchReplace(GetNIStartLine(), GetNIEndLine());
     ParseKeywordVariable(GetNIStartLine(), GetNIEndLine());
     ParseMlineVariables(GetNIStartLine(), GetNIEndLine());
@@ -36,6 +37,8 @@ void CAppParseRuleKeyWord::ParseRange() {
 
 bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
     auto run = BeginRun(startLine, endLine);
+    if (m_slotPlan != run.plan) m_values.ForgetSlots();
+    m_slotPlan = run.plan;
     if (!m_match) m_match.emplace();
     for (const auto& item : run.plan->items) {
         if (item.isMultiLine)
@@ -58,6 +61,7 @@ CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endL
     std::set<std::string> known;
     FillAllVariables(known);
     m_runPlan = MakePlan();
+    m_slotPlan = nullptr;
     run.plan = m_runPlan.get();
     m_missing.clear();
     for (const auto& name : run.plan->variables)
@@ -151,7 +155,7 @@ void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CA
         if (slot == NoSlot) continue;
         m_missing[slot] = 0;
         const auto begin = static_cast<int>(match.Position(static_cast<int>(group)));
-        m_values.Column(name).Set(line, begin, value);
+        m_values.ColumnAt(slot, name).Set(line, begin, value);
         AddLineAndOriTextInfo(line);
     }
 }
@@ -160,18 +164,30 @@ void CAppParseRuleKeyWord::StoreStandBys(const Run& run) {
     for (std::size_t slot = 0; slot < m_missing.size(); ++slot) {
         if (m_missing[slot] == 0) continue;
         const auto& name = run.plan->variables[slot];
-        CAppTextLet value(run.start, 0, run.start, 0, std::string());
-        CarryOver(*run.usePre, name, value);
+        const auto* carried = LastValue(*run.usePre, name);
+        if (carried == nullptr) {
+            m_values.ColumnAt(slot, name).Set(run.start, 0, {});
+            AddLineAndOriTextInfo(run.start);
+            continue;
+        }
+        CAppTextLet value(run.start, 0, run.start, 0, carried->Last().text);
         Store(name, run.start, value);
     }
+}
+
+// The values whose last one the paragraph before left for a variable that carries it over; null
+// when there are none.
+const CLetColumn* CAppParseRuleKeyWord::LastValue(const std::set<std::string>& usePre,
+                                                  const std::string& name) const {
+    if (usePre.empty() || usePre.count(name) == 0) return nullptr;
+    const auto* values = m_values.Find(name);
+    return values != nullptr && !values->IsEmpty() ? values : nullptr;
 }
 
 // Takes over the text that the paragraph before left for a variable.
 void CAppParseRuleKeyWord::CarryOver(const std::set<std::string>& usePre, const std::string& name,
                                      CAppTextLet& value) const {
-    if (usePre.count(name) == 0) return;
-    const auto* values = m_values.Find(name);
-    if (values != nullptr && !values->IsEmpty()) value.text = values->Last().text;
+    if (const auto* values = LastValue(usePre, name)) value.text = values->Last().text;
 }
 
 void CAppParseRuleKeyWord::Store(const std::string& name, int line, const CAppTextLet& value) {

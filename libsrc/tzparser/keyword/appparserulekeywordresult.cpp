@@ -15,11 +15,14 @@ std::string WithDollar(const std::string& name) {
 }  // namespace
 
 std::vector<CAppTextLet> CAppParseRuleKeyWord::GetVariableValue(const std::string& name) {
-    const auto full = WithDollar(name);
-    if (const auto* known = m_values.Find(full)) return known->Lets();
+    return FindValues(name).TakeLets();
+}
+
+CLetList CAppParseRuleKeyWord::FindValues(const std::string& name) {
+    if (const auto* known = m_values.FindWithDollar(name)) return CLetList(*known);
     std::vector<CAppTextLet> values;
-    if (IsFirstChildOfParagraph()) AppendOuterValues(full, values);
-    return values;
+    if (IsFirstChildOfParagraph()) AppendOuterValues(WithDollar(name), values);
+    return CLetList(std::move(values));
 }
 
 // The lines of the paragraphs: those of the first variable of the first keyword rule that found

@@ -140,6 +140,7 @@ public:
     bool SaveToXml(CMarkup& xml) override;
     bool AddToVariableTree(CAppVariableDef* def) override;
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;

@@ -4,7 +4,7 @@
 // pattern is the stronger one. Without an end line a paragraph runs up to the next start, the last
 // one to the last open line.
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/paragraph/runlines.h"
+#include "tzparser/rule/runlines.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 // index happens to be a begin or an end line, and the line of another may go in its place; begins
 // and ends may then differ in number. Definitions in use have been written against this.
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/paragraph/runlines.h"
+#include "tzparser/rule/runlines.h"
 
 #include <algorithm>
 

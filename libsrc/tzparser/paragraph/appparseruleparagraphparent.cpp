@@ -5,7 +5,7 @@
 // their number alone: a "$_dummy" isn't passed over here.
 #include "tzparser/keyword/appparserulekeyword.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/paragraph/runlines.h"
+#include "tzparser/rule/runlines.h"
 
 #include <algorithm>
 

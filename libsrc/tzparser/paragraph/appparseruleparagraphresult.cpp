@@ -36,10 +36,14 @@ std::string TextOfRange(int begin, int end) {
 
 }  // namespace
 
+std::vector<CAppTextLet> CAppParseRuleParagraph::GetVariableValue(const std::string& name) {
+    return FindValues(name).TakeLets();
+}
+
 // The name addresses this rule when it begins with the rule's, which a longer name may do too. The
 // children are then asked for what stands behind the name and one character more. Otherwise keyword
 // rules aren't asked.
-std::vector<CAppTextLet> CAppParseRuleParagraph::GetVariableValue(const std::string& name) {
+CLetList CAppParseRuleParagraph::FindValues(const std::string& name) {
     const auto& mine = m_definition->name;
     const auto prefix = PrefixFor(mine, name);
     const bool atFront = BeginsWith(name, prefix);
@@ -49,8 +53,8 @@ std::vector<CAppTextLet> CAppParseRuleParagraph::GetVariableValue(const std::str
     const auto key = isMine && name.size() > behind ? name.substr(behind + 1) : name;
     for (const auto& child : Children()) {
         if (!isMine && !AnswersForeignNames(*child)) continue;
-        auto values = child->GetVariableValue(key);
-        if (!values.empty()) return values;
+        auto values = child->FindValues(key);
+        if (!values.IsEmpty()) return values;
     }
     return {};
 }

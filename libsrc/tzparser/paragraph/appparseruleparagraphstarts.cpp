@@ -9,8 +9,8 @@
 // last one, so an earlier place with the same text counts. A NUL ends the text looked for.
 #include "host/runtime/diagnostics.h"
 #include "tzparser/paragraph/appparseruleparagraph.h"
-#include "tzparser/paragraph/runlines.h"
 #include "tzparser/rule/appparserulesample.h"
+#include "tzparser/rule/runlines.h"
 
 #include <algorithm>
 

@@ -76,9 +76,17 @@ void CAppParseRule::GetChildRules(std::vector<CAppParseRule*>& children) {
 }
 
 std::vector<CAppTextLet> CAppParseRule::GetVariableValue(const std::string& name) {
+    return FindValuesBelow(name).TakeLets();
+}
+
+CLetList CAppParseRule::FindValues(const std::string& name) {
+    return CLetList(GetVariableValue(name));
+}
+
+CLetList CAppParseRule::FindValuesBelow(const std::string& name) {
     for (const auto& child : m_children) {
-        auto values = child->GetVariableValue(name);
-        if (!values.empty()) return values;
+        auto values = child->FindValues(name);
+        if (!values.IsEmpty()) return values;
     }
     return {};
 }

@@ -8,6 +8,7 @@
 #include "tzparser/rule/rulefactory.h"
 #include "tzparser/rule/searchreplaceoperation.h"
 #include "tzparser/text/apptextlet.h"
+#include "tzparser/text/letlist.h"
 #include "tzparser/text/lumoserializable.h"
 #include "tzparser/variable/appdatatype.h"
 
@@ -128,6 +129,9 @@ public:
     // Copies of the values found for a variable, in line order; empty when there are none. The base
     // asks the children in order for the first answer that isn't empty.
     virtual std::vector<CAppTextLet> GetVariableValue(const std::string& name);
+    // The same as the rule holds them, without making lets. A class that replaces one of both has
+    // to give the same answer to the other: this asks GetVariableValue.
+    virtual CLetList FindValues(const std::string& name);
     // The rule that owns a variable; null when none does. The base asks the children in order.
     virtual CAppParseRule* GetChildRuleByVariableName(const std::string& name);
     // This rule or one of its own children by the id of the document; null for an empty or unknown
@@ -293,6 +297,9 @@ protected:
     CAppParseRuleSample* GetSampleRoot();
     const CAppParseRuleSample* GetSampleRoot() const;
     const CAppSampleLines* GetSampleLines() const;
+
+    // FindValues of the children in order, the first answer that isn't empty.
+    CLetList FindValuesBelow(const std::string& name);
 
     CAppLineStatus m_lineStatus;
 

@@ -108,8 +108,12 @@ CAppVariableDef* CAppParseRuleSample::GetVariableTree() {
 }
 
 std::vector<CAppTextLet> CAppParseRuleSample::GetVariableValue(const std::string& name) {
-    if (NamesOriginalResult(name)) return std::vector<CAppTextLet>(1);
-    return CAppParseRule::GetVariableValue(name);
+    return FindValues(name).TakeLets();
+}
+
+CLetList CAppParseRuleSample::FindValues(const std::string& name) {
+    if (NamesOriginalResult(name)) return CLetList(std::vector<CAppTextLet>(1));
+    return FindValuesBelow(name);
 }
 
 CAppParseRule* CAppParseRuleSample::GetChildRuleByVariableName(const std::string& name) {

@@ -31,18 +31,19 @@ const std::string& EmptyLine() {
 bool CAppSampleLines::Assign(std::string_view text) {
     m_strings.clear();
     m_begins.clear();
-    m_text.clear();
+    m_text.reset();
     if (text.size() > MaxText) return false;
-    m_text = text;
-    m_begins.reserve(m_text.size() / 64 + 4);
+    m_text = std::make_shared<const std::string>(text);
+    m_begins.reserve(text.size() / 64 + 4);
     m_begins.push_back(0);
-    for (CLineScan scan(m_text); scan.Next();) {
+    for (CLineScan scan(*m_text); scan.Next();) {
         if (m_begins.size() >= static_cast<std::size_t>(std::numeric_limits<int>::max())) {
             m_begins.clear();
+            m_text.reset();
             return false;
         }
         const auto offset = scan.NextBegin();
-        if (m_begins.size() == m_begins.capacity()) MakeRoom(m_begins, offset, m_text.size());
+        if (m_begins.size() == m_begins.capacity()) MakeRoom(m_begins, offset, text.size());
         m_begins.push_back(static_cast<std::uint32_t>(offset));
     }
     return true;
@@ -52,10 +53,11 @@ std::string_view CAppSampleLines::View(int line) const noexcept {
     if (line < 0 || line >= Count()) return {};
     const auto index = static_cast<std::size_t>(line);
     const std::size_t begin = m_begins[index];
-    if (index + 1 == m_begins.size()) return std::string_view(m_text).substr(begin);
+    const std::string_view text = *m_text;
+    if (index + 1 == m_begins.size()) return text.substr(begin);
     const std::size_t next = m_begins[index + 1];
-    const bool pair = next - begin >= 2 && CLineScan::IsPair(m_text[next - 2], m_text[next - 1]);
-    return {m_text.data() + begin, next - begin - (pair ? 2 : 1)};
+    const bool pair = next - begin >= 2 && CLineScan::IsPair(text[next - 2], text[next - 1]);
+    return {text.data() + begin, next - begin - (pair ? 2 : 1)};
 }
 
 const std::string& CAppSampleLines::String(int line) const {
@@ -66,7 +68,8 @@ const std::string& CAppSampleLines::String(int line) const {
 }
 
 bool CAppSampleLines::operator==(const CAppSampleLines& other) const {
-    return m_begins == other.m_begins && m_text == other.m_text;
+    if (m_begins != other.m_begins) return false;
+    return m_text == other.m_text || (m_text && other.m_text && *m_text == *other.m_text);
 }
 
 void CAppSampleLines::Swap(CAppSampleLines& other) noexcept {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -22,7 +23,8 @@
 // line, and a text that ends in a line end has an empty last line. Lines are bytes; NUL is a byte
 // like others.
 //
-// Views live until the next Assign or the object's end. Used by one thread at a time.
+// Views live until the next Assign or the object's end, longer for who holds the text. A copy
+// shares the text. Used by one thread at a time.
 class TZPARSER_API CAppSampleLines {
 public:
     // The longest text that fits, in bytes.
@@ -40,11 +42,14 @@ public:
     // Assign.
     const std::string& String(int line) const;
 
+    // The text; null before the first Assign and after one that failed.
+    const std::shared_ptr<const std::string>& Text() const noexcept { return m_text; }
+
     bool operator==(const CAppSampleLines& other) const;
     void Swap(CAppSampleLines& other) noexcept;
 
 private:
-    std::string m_text;
+    std::shared_ptr<const std::string> m_text;
     std::vector<std::uint32_t> m_begins;  // the end of a line follows from the next line's begin
     mutable std::unordered_map<int, std::string> m_strings;
 };

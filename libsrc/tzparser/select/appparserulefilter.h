@@ -121,6 +121,7 @@ public:
     // For the rule's name, one character in front allowed: one let a status with the text of its
     // open lines, parted by "\r\n", without a position.
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     // True also when no line is open.
     bool IsNoneExist() override;
     CAppParseRule* CreateObject(CAppParseRule* parent) override;

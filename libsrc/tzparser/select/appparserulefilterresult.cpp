@@ -8,12 +8,16 @@
 #include <algorithm>
 
 std::vector<CAppTextLet> CAppParseRuleFilter::GetVariableValue(const std::string& name) {
-    if (!IsAskedForValue(name)) return CAppParseRule::GetVariableValue(name);
+    return FindValues(name).TakeLets();
+}
+
+CLetList CAppParseRuleFilter::FindValues(const std::string& name) {
+    if (!IsAskedForValue(name)) return FindValuesBelow(name);
     const auto statuses = RunStatuses();
     std::vector<CAppTextLet> values;
     values.reserve(statuses.size());
     for (const auto& status : statuses) values.emplace_back(0, 0, 0, 0, TextOf(status));
-    return values;
+    return CLetList(std::move(values));
 }
 
 bool CAppParseRuleFilter::IsNoneExist() {

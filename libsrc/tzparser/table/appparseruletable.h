@@ -173,6 +173,7 @@ public:
     // A cell's name may have the rule's name and "." in front. A name that the table doesn't have
     // may be that of a keyword rule in a paragraph above: each row gets the value of its paragraph.
     std::vector<CAppTextLet> GetVariableValue(const std::string& name) override;
+    CLetList FindValues(const std::string& name) override;
     CAppParseRule* GetChildRuleByVariableName(const std::string& name) override;
     // The XML form keeps what the JSON form loses, but for the exclude lines.
     bool LoadFromXml(CMarkup& xml) override;
@@ -258,6 +259,7 @@ private:
     void MarkFiltered(const std::string& text, int first, int end, std::vector<char>& ignored);
     void MarkExcluded(const Plan& plan, int first, std::vector<char>& ignored) const;
     TableGrid Grid(const Plan& plan) const;
+    std::size_t RoomForRows(int first, int end, std::size_t variables) const;
     void ReadRows(const Plan& plan, const std::vector<char>& ignored);
     void StoreAwaitedRows() const {
         if (m_awaitedFrom != nullptr) m_awaitedFrom->StoreAwaitedRows();

@@ -42,11 +42,15 @@ std::string CAppParseRuleTable::KeyOf(const std::string& name) const {
 }
 
 std::vector<CAppTextLet> CAppParseRuleTable::GetVariableValue(const std::string& name) {
+    return FindValues(name).TakeLets();
+}
+
+CLetList CAppParseRuleTable::FindValues(const std::string& name) {
     const auto key = KeyOf(name);
-    if (const auto* known = Values().Find(key)) return known->Lets();
+    if (const auto* known = Values().Find(key)) return CLetList(*known);
     std::vector<CAppTextLet> values;
     AppendParagraphValues(key, values);
-    return values;
+    return CLetList(std::move(values));
 }
 
 // The rows are those of the first variable: all variables have the same lines but where rows went

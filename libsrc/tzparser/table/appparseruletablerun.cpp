@@ -5,6 +5,7 @@
 // first line that fits the end condition closes itself and all behind it. What is left is cut line
 // by line (tablerow.h) and stored by variable and line.
 #include "host/runtime/diagnostics.h"
+#include "tzparser/rule/runlines.h"
 #include "tzparser/table/appparseruletable.h"
 #include "tzparser/table/tableplan.h"
 #include "tzparser/table/tablerow.h"
@@ -77,6 +78,7 @@ bool CAppParseRuleTable::Parse(const std::string& text, int startLine, int endLi
     m_beginLine = m_layout.headerLine;
     m_endLine = m_layout.endLine;
     if (m_layout.firstRow <= m_lastAwaited) StoreAwaitedRows();
+    if (const auto* lines = GetSampleLines()) m_values.ReadFrom(lines->Text());
     m_lowestRow = std::min(m_lowestRow, m_layout.firstRow);
     ReadRows(*plan, ignored);
     RemoveEmptyRows();
@@ -241,8 +243,9 @@ TableGrid CAppParseRuleTable::Grid(const Plan& plan) const {
 // Cells of all lines of one run repeat each other's values, also across lines that are no rows.
 class CAppParseRuleTable::RowWriter {
 public:
-    RowWriter(const Plan& plan, CTableValues& values)
-        : m_plan(plan), m_values(values), m_variables(plan.variables.size()) {}
+    // Makes room for so many rows beside those that a variable has.
+    RowWriter(const Plan& plan, CTableValues& values, std::size_t rows)
+        : m_plan(plan), m_values(values), m_variables(plan.variables.size()), m_rows(rows) {}
 
     void Write(const TableColumn& column, const TableCell& cell, int row) {
         if (column.variable == TableColumn::NoVariable) return;
@@ -250,7 +253,10 @@ public:
         auto& run = m_variables[column.variable];
         const auto text = cell.text.empty() && variable.follows ? run.previous : cell.text;
         run.previous = text;
-        if (run.cells == nullptr) run.cells = &m_values.Column(variable.name);
+        if (run.cells == nullptr) {
+            run.cells = &m_values.Column(variable.name);
+            if (run.cells->IsEmpty()) run.cells->Reserve(m_rows);
+        }
         const int line = cell.isOfNextLine ? row + 1 : row;
         m_values.Store(*run.cells, line, Saturate(cell.begin), text);
     }
@@ -259,20 +265,32 @@ private:
     const Plan& m_plan;
     CTableValues& m_values;
     std::vector<RunVariable> m_variables;
+    std::size_t m_rows;
 };
+
+// How many rows to make room for: all lines may be rows, but a table of many columns that has few
+// must not take more memory than the text may need.
+std::size_t CAppParseRuleTable::RoomForRows(int first, int end, std::size_t variables) const {
+    constexpr std::size_t share = 4;
+    const auto* lines = GetSampleLines();
+    if (lines == nullptr || !lines->Text() || end <= first || variables == 0) return 0;
+    return std::min(static_cast<std::size_t>(end - first),
+                    lines->Text()->size() / share / variables);
+}
 
 void CAppParseRuleTable::ReadRows(const Plan& plan, const std::vector<char>& ignored) {
     const auto grid = Grid(plan);
     const int end = std::min(m_layout.endLine, m_lineStatus.Count());
     const int first = m_layout.firstRow;
+    const CRunLines lines(*this, GetSampleLines());
     CTableRow reader(grid);
-    RowWriter writer(plan, m_values);
+    RowWriter writer(plan, m_values, RoomForRows(first, end, plan.variables.size()));
     for (int row = m_lineStatus.NextOpen(first); row < end; row = m_lineStatus.NextOpen(row + 1)) {
         if (!ignored.empty() && ignored[static_cast<std::size_t>(row - first)] != 0) continue;
-        const auto line = WrappedLineView(row);
+        const auto line = lines.Wrapped(row);
         if (CTableRow::IsRule(line)) continue;
         const bool mayGoOn = row + 1 < end && IsLineOpen(row + 1);
-        reader.Begin(line, mayGoOn ? WrappedLineView(row + 1) : std::string_view());
+        reader.Begin(line, mayGoOn ? lines.Wrapped(row + 1) : std::string_view());
         for (std::size_t column = 0; column < plan.columns.size(); ++column)
             writer.Write(plan.columns[column], reader.Cut(column), row);
         if (reader.IsMerged()) ++row;

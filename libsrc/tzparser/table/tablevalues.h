@@ -3,6 +3,7 @@
 #include "tzparser/text/letcolumns.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,8 @@ public:
     CLetColumns::Positions& HostPositions();
     bool IsHosted() const { return m_isHosted; }
 
+    // The text whose lines are going to be cut; see CLetColumns::ReadFrom.
+    void ReadFrom(const std::shared_ptr<const std::string>& text) { m_columns.ReadFrom(text); }
     // The cells of a variable, none at first; valid until Clear, or until a host takes the variable
     // out.
     CLetColumn& Column(const std::string& name) { return m_columns.Column(name); }

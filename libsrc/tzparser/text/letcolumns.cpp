@@ -3,6 +3,8 @@
 // access.
 #include "tzparser/text/letcolumns.h"
 
+#include <algorithm>
+#include <array>
 #include <iterator>
 
 CLetColumns::CLetColumns(const CLetColumns& other) {
@@ -11,38 +13,54 @@ CLetColumns::CLetColumns(const CLetColumns& other) {
 
 CLetColumns& CLetColumns::operator=(const CLetColumns& other) {
     if (this == &other) return *this;
-    m_columns.clear();
+    m_slots.clear();
     m_host.reset();
-    if (!other.m_host) {
-        m_columns = other.m_columns;
-        return *this;
-    }
-    for (const auto& [name, values] : *other.m_host) {
-        auto& column = m_columns[name];
-        for (const auto& [line, let] : values) column.Set(line, let);
-    }
+    m_columns = other.All();
+    m_source = other.m_source;
     return *this;
 }
 
-const std::map<std::string, CLetColumn>& CLetColumns::All() const {
+const CLetColumns::Columns& CLetColumns::All() const {
     FollowHost();
     return m_columns;
 }
 
-std::map<std::string, CLetColumn>& CLetColumns::All() {
+CLetColumns::Columns& CLetColumns::All() {
     FollowHost();
     return m_columns;
 }
 
 CLetColumn& CLetColumns::Column(const std::string& name) {
     if (m_host) m_host->try_emplace(name);
-    return All()[name];
+    const auto [at, isNew] = All().try_emplace(name);
+    if (isNew) at->second.ReadFrom(m_source);
+    return at->second;
 }
 
-const CLetColumn* CLetColumns::Find(const std::string& name) const {
+CLetColumn& CLetColumns::FindSlot(std::size_t slot, const std::string& name) {
+    auto& column = Column(name);
+    if (slot >= m_slots.size()) m_slots.resize(slot + 1);
+    m_slots[slot] = &column;
+    return column;
+}
+
+const CLetColumn* CLetColumns::Find(std::string_view name) const {
     const auto& columns = All();
     const auto at = columns.find(name);
     return at != columns.end() ? &at->second : nullptr;
+}
+
+const CLetColumn* CLetColumns::FindWithDollar(std::string_view name) const {
+    if (!name.empty() && name.front() == '$') return Find(name);
+    std::array<char, 64> full{'$'};
+    if (name.size() >= full.size()) return Find("$" + std::string(name));
+    std::copy(name.begin(), name.end(), full.begin() + 1);
+    return Find({full.data(), name.size() + 1});
+}
+
+void CLetColumns::SetSource(const std::shared_ptr<const std::string>& text) {
+    m_source = text;
+    for (auto& [name, column] : All()) column.ReadFrom(text);
 }
 
 CLetColumns::Positions& CLetColumns::HostPositions() {
@@ -58,6 +76,7 @@ CLetColumns::Positions CLetColumns::ToPositions() const {
 }
 
 void CLetColumns::Clear() {
+    m_slots.clear();
     m_columns.clear();
     if (m_host) m_host->clear();
 }

@@ -49,16 +49,22 @@ std::vector<CAppVariableValue*> CAppVariableValue::Pointers(const Nodes& nodes) 
 }
 
 int CAppVariableValue::GetValueCount() const {
-    if (GetDataType() != AppDataType_Table) return static_cast<int>(m_values.size());
+    if (GetDataType() != AppDataType_Table) return static_cast<int>(m_values.Count());
     for (const auto& child : m_childValues)
-        if (!child->m_values.empty()) return static_cast<int>(child->m_values.size());
+        if (!child->m_values.IsEmpty()) return static_cast<int>(child->m_values.Count());
     return 0;
 }
 
 CAppTextLet* CAppVariableValue::GetVariableValue(int index) {
     const int i = GetDataType() == AppDataType_Array ? index : 0;
-    if (i < 0 || static_cast<std::size_t>(i) >= m_values.size()) return nullptr;
-    return &m_values[static_cast<std::size_t>(i)];
+    if (i < 0 || static_cast<std::size_t>(i) >= m_values.Count()) return nullptr;
+    return &m_values.Lets()[static_cast<std::size_t>(i)];
+}
+
+std::optional<std::string_view> CAppVariableValue::GetVariableText(int index) const {
+    const int i = GetDataType() == AppDataType_Array ? index : 0;
+    if (i < 0 || static_cast<std::size_t>(i) >= m_values.Count()) return std::nullopt;
+    return m_values.Text(static_cast<std::size_t>(i));
 }
 
 CAppVariableValue* CAppVariableValue::GetChildByName(const std::string& name) const {
@@ -121,7 +127,7 @@ void CAppVariableValue::ClearValue(bool bChildren) {
     while (!pending.empty()) {
         auto* node = pending.back();
         pending.pop_back();
-        node->m_values.clear();
+        node->m_values.Clear();
         if (!bChildren) continue;
         for (const auto& child : node->m_childValues) pending.push_back(child.get());
     }

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "host/runtime/tzexport.h"
-#include "tzparser/text/apptextlet.h"
+#include "tzparser/text/letlist.h"
 #include "tzparser/variable/appdatatype.h"
 
+#include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -29,13 +32,17 @@ struct _object;
 // column is the cell of row i. Columns may differ in length; the length of a table is that of its
 // first column that has any value.
 //
-// A tree stands alone: it needs neither the rules nor the parser that made it. It belongs to
-// whoever received it and is used by one thread at a time. Pointers that look-ups return are the
-// tree's and live as long as it does, or until the lets of that node are changed. Trees that share
-// a definition never write to it: the first that has to, copies it for itself.
+// A tree stands alone: it needs neither the rules nor the parser that made it. The values of a rule
+// come as the rule holds them, in columns of places in the text that was parsed: making a tree
+// costs no value, and reading texts or exporting makes no lets. A tree that shows but a small part
+// of a text doesn't keep the text. A tree belongs to whoever received it and is used by one thread
+// at a time, for reading too; trees that were made of the same rules may be used by a thread each.
+// Pointers that look-ups return are the tree's and live as long as it does, or until the lets of
+// that node are changed. Trees that share a definition never write to it: the first that has to,
+// copies it for itself.
 class TZPARSER_API CAppVariableValue : private boost::noncopyable {
 public:
-    using Lets = std::vector<CAppTextLet>;
+    using Lets = CLetList::Values;
 
     // Builds the node and all below it from a definition and the rules that were run; the rule may
     // be null, which leaves all without values. With bCopyDef and without a parent the tree keeps
@@ -70,12 +77,21 @@ public:
 
     // The number of rows of a table, of lets of any other node.
     int GetValueCount() const;
-    // All lets, for reading and writing.
-    Lets& GetValues() { return m_values; }
-    const Lets& GetValues() const { return m_values; }
+    // All lets, for reading and writing. What a rule stored as a column becomes lets when they are
+    // first asked for, here or by a pointer to one of them: some 90 bytes each.
+    Lets& GetValues() { return m_values.Lets(); }
+    const Lets& GetValues() const { return m_values.Lets(); }
+    // Without making lets: their number, the text of one (empty when there is none; valid until the
+    // lets of the node are changed or first asked for) and a copy of one (of zeros when there is
+    // none).
+    std::size_t GetLetCount() const { return m_values.Count(); }
+    std::string_view GetText(std::size_t index) const { return m_values.Text(index); }
+    CAppTextLet CopyLet(std::size_t index) const { return m_values.Copy(index); }
     // The cell of a column at a row; of any other node the first let, whatever the index. Null when
     // there is none.
     CAppTextLet* GetVariableValue(int index);
+    // Its text alone, without making lets.
+    std::optional<std::string_view> GetVariableText(int index) const;
     // The same, and for a column or table the texts of the row's key columns, by column name: those
     // of the definition's keys, or of all columns when it has none.
     CAppTextLet* GetVariableValue(int index, std::map<std::string, std::string>& keys);
@@ -148,11 +164,12 @@ private:
 
     void BuildBelow(CAppParseRule* rule);
     void TakeValues(CAppParseRule* rule);
+    void LeaveLargeText();
     void BuildBuiltInProperties(CAppParseRule* rule);
     void CopyBelow(const CAppVariableValue& other);
     void CopyProperties(const CAppVariableValue& other);
     void DestroyBelow() noexcept;
-    CAppTextLet* GetCell(int index, std::map<std::string, std::string>& keys, bool extendTableKeys);
+    void FillKeys(int index, std::map<std::string, std::string>& keys, bool extendTableKeys) const;
     void MakeDefinitionWritable();
     AppDataType_e GetElementType() const;
     bool IsPythonDict() const;
@@ -171,7 +188,7 @@ private:
     Nodes m_properties;
     Nodes m_builtInProperties;
     CAppVariableValue* m_parentValue = nullptr;
-    Lets m_values;
+    CLetList m_values;
     int m_rowCountLimitForHash = ChildRowCountLimitForHash;
     // At a root only, made by the first look-up.
     mutable std::unordered_map<const CAppVariableDef*, CAppVariableValue*> m_valueByDef;

@@ -5,6 +5,7 @@
 #include "tzparser/value/appvariablevalue.h"
 #include "tzparser/variable/appvariabledef.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 
@@ -124,12 +125,34 @@ void CAppVariableValue::BuildBelow(CAppParseRule* rule) {
         }
         node->TakeValues(rule);
     }
+    if (rule != nullptr) LeaveLargeText();
 }
 
 // A table asks no rule; its columns do.
 void CAppVariableValue::TakeValues(CAppParseRule* rule) {
     if (rule != nullptr && GetDataType() != AppDataType_Table)
-        m_values = rule->GetVariableValue(GetVariableFullName());
+        m_values = rule->FindValues(GetVariableFullName());
+}
+
+// Values that are places in a text keep it alive. When they need much less than the text does, they
+// take their texts with them instead. Small texts aren't worth the look.
+void CAppVariableValue::LeaveLargeText() {
+    constexpr std::size_t smallText = 1 << 14;
+    constexpr std::size_t share = 4;
+    std::size_t textSize = 0;
+    std::size_t bytes = 0;
+    std::vector<CAppVariableValue*> nodes{this};
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        auto& values = nodes[i]->m_values;
+        if (const auto* text = values.SourceText()) {
+            if (text->size() <= smallText) return;
+            textSize = std::max(textSize, text->size());
+            bytes += values.Bytes();
+        }
+        for (const auto& child : nodes[i]->m_childValues) nodes.push_back(child.get());
+    }
+    if (bytes >= textSize / share) return;
+    for (auto* node : nodes) node->m_values.LeaveSourceText();
 }
 
 void CAppVariableValue::BuildBuiltInProperties(CAppParseRule* rule) {
@@ -147,7 +170,7 @@ void CAppVariableValue::BuildBuiltInProperties(CAppParseRule* rule) {
         const auto* row = FindBuiltIn(def->GetName());
         if (row == nullptr) continue;
         auto property = MakeNode(def, this);
-        property->m_values.emplace_back(row->make(*sample, original));
+        property->m_values.Lets().emplace_back(row->make(*sample, original));
         m_builtInProperties.push_back(std::move(property));
     }
 }

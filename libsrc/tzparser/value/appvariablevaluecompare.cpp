@@ -4,14 +4,17 @@
 #include "tzparser/variable/appvariabledef.h"
 
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace {
 
 enum { Equal = 0, Different = 1, NotComparable = -1 };
 
-int CompareLets(const CAppTextLet* mine, const CAppTextLet* theirs) {
-    if (mine == nullptr || theirs == nullptr) return mine == theirs ? Equal : Different;
-    return mine->text == theirs->text ? Equal : Different;
+using Text = std::optional<std::string_view>;
+
+int CompareTexts(const Text& mine, const Text& theirs) {
+    return mine == theirs ? Equal : Different;
 }
 
 bool HaveEqualDefinitions(const CAppVariableDef* mine, const CAppVariableDef* theirs) {
@@ -43,7 +46,7 @@ struct CAppVariableValue::TablePair {
         auto& mine = *table->m_childValues[column];
         auto& theirs = *other->m_childValues[column];
         if (mine.GetDataType() == AppDataType_Table) return Equal;
-        return CompareLets(mine.GetVariableValue(row), theirs.GetVariableValue(otherRow));
+        return CompareTexts(mine.GetVariableText(row), theirs.GetVariableText(otherRow));
     }
 
     int CompareLaterRows() const {
@@ -60,10 +63,11 @@ int CAppVariableValue::GetCompareValue(CAppVariableValue* other, int row) {
     if (other == nullptr || !HaveEqualDefinitions(m_varDef, other->m_varDef)) return NotComparable;
     if (GetDataType() == AppDataType_Table) return CompareTableValue(other);
     if (GetDataType() != AppDataType_Array)
-        return CompareLets(GetVariableValue(0), other->GetVariableValue(row));
+        return CompareTexts(GetVariableText(0), other->GetVariableText(row));
     std::map<std::string, std::string> keys;
-    const auto* cell = GetVariableValue(row, keys);
-    return CompareLets(cell, other->GetVariableValue(other->GetVariableIndex(keys)));
+    FillKeys(row, keys, false);
+    return CompareTexts(GetVariableText(row),
+                        other->GetVariableText(other->GetVariableIndex(keys)));
 }
 
 // The first answer that isn't "equal" is that of the whole.

@@ -4,9 +4,9 @@
 #include "tzparser/variable/appvariabletabledef.h"
 
 #include <algorithm>
-#include <cstring>
 #include <numeric>
 #include <set>
+#include <string_view>
 
 namespace {
 
@@ -27,8 +27,7 @@ public:
     // Orders two rows by their texts up to a NUL.
     bool IsBefore(int row, int other) const {
         for (auto* child : m_children) {
-            const int order =
-                std::strcmp(ZeroTerminated(*child, row), ZeroTerminated(*child, other));
+            const int order = ZeroTerminated(*child, row).compare(ZeroTerminated(*child, other));
             if (order != 0) return order < 0;
         }
         return false;
@@ -37,7 +36,7 @@ public:
     // The row as the digest takes it. The comma behind each cell keeps the borders of cells.
     void AppendRow(int row, std::string& bytes) const {
         for (auto* child : m_children) {
-            if (const auto* cell = child->GetVariableValue(row)) bytes += cell->text;
+            if (const auto cell = child->GetVariableText(row)) bytes += *cell;
             bytes += ',';
         }
         bytes += '\n';
@@ -54,9 +53,9 @@ private:
         return chosen;
     }
 
-    static const char* ZeroTerminated(CAppVariableValue& child, int row) {
-        const auto* cell = child.GetVariableValue(row);
-        return cell != nullptr ? cell->text.c_str() : "";
+    static std::string_view ZeroTerminated(const CAppVariableValue& child, int row) {
+        const auto text = child.GetVariableText(row).value_or(std::string_view());
+        return text.substr(0, text.find('\0'));
     }
 
     std::vector<CAppVariableValue*> m_children;  // in the table's order, not in that of the names
@@ -114,7 +113,7 @@ void CAppVariableValue::AddTableHashAndRowCountToProperty() {
             if (rows <= m_rowCountLimitForHash) text = GenerateTableHash();
             table->SetTableHash(text);
         }
-        property->m_values.emplace_back(std::move(text));
+        property->m_values.Lets().emplace_back(std::move(text));
         m_properties.push_back(std::move(property));
     }
 }

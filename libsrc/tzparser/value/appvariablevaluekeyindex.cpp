@@ -42,26 +42,24 @@ void CAppVariableValue::CKeyIndex::CollectKeys(const CAppVariableValue& table,
 // Only rows that every key column has can be found.
 void CAppVariableValue::CKeyIndex::IndexRows() {
     std::size_t rows = std::numeric_limits<int>::max();
-    for (const auto& key : m_keys) rows = std::min(rows, key.theirs->size());
+    for (const auto& key : m_keys) rows = std::min(rows, key.theirs->Count());
     m_rows.reserve(rows);
     for (std::size_t row = 0; row < rows; ++row) {
         std::size_t hash = 0;
-        for (const auto& key : m_keys) hash = Combine(hash, (*key.theirs)[row].text);
+        for (const auto& key : m_keys) hash = Combine(hash, key.theirs->Text(row));
         auto& bucket = m_rows[hash];
         const bool isKnown = std::any_of(bucket.begin(), bucket.end(), [&](int earlier) {
             return std::all_of(m_keys.begin(), m_keys.end(), [&](const Key& key) {
                 const auto& lets = *key.theirs;
-                return lets[static_cast<std::size_t>(earlier)].text == lets[row].text;
+                return lets.Text(static_cast<std::size_t>(earlier)) == lets.Text(row);
             });
         });
         if (!isKnown) bucket.push_back(static_cast<int>(row));
     }
 }
 
-const std::string& CAppVariableValue::CKeyIndex::MyText(const Key& key, std::size_t row) {
-    static const std::string none;
-    if (key.mine->GetDataType() != AppDataType_Array) row = 0;
-    return row < key.mine->m_values.size() ? key.mine->m_values[row].text : none;
+std::string_view CAppVariableValue::CKeyIndex::MyText(const Key& key, std::size_t row) {
+    return key.mine->m_values.Text(key.mine->GetDataType() == AppDataType_Array ? row : 0);
 }
 
 int CAppVariableValue::CKeyIndex::Find(std::size_t row) const {
@@ -73,7 +71,7 @@ int CAppVariableValue::CKeyIndex::Find(std::size_t row) const {
     if (bucket == m_rows.end()) return -1;
     for (const int candidate : bucket->second) {
         const bool fits = std::all_of(m_keys.begin(), m_keys.end(), [&](const Key& key) {
-            return (*key.theirs)[static_cast<std::size_t>(candidate)].text == MyText(key, row);
+            return key.theirs->Text(static_cast<std::size_t>(candidate)) == MyText(key, row);
         });
         if (fits) return candidate;
     }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -33,10 +34,10 @@ public:
 private:
     struct Key {
         const CAppVariableValue* mine;
-        const Lets* theirs;
+        const CLetList* theirs;
     };
 
-    static const std::string& MyText(const Key& key, std::size_t row);
+    static std::string_view MyText(const Key& key, std::size_t row);
     void CollectKeys(const CAppVariableValue& table, const CAppVariableValue& other);
     void IndexRows();
 

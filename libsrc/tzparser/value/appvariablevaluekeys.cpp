@@ -22,36 +22,34 @@ std::vector<std::string> KeyColumnNames(const CAppVariableTableDef& table, bool 
 
 CAppTextLet* CAppVariableValue::GetVariableValue(int index,
                                                  std::map<std::string, std::string>& keys) {
-    return GetCell(index, keys, false);
+    FillKeys(index, keys, false);
+    return GetVariableValue(index);
 }
 
 CAppTextLet* CAppVariableValue::GetVarValueExtendTableKey(
     int index, std::map<std::string, std::string>& keys) {
-    return GetCell(index, keys, true);
+    FillKeys(index, keys, true);
+    return GetVariableValue(index);
 }
 
-CAppTextLet* CAppVariableValue::GetCell(int index, std::map<std::string, std::string>& keys,
-                                        bool extendTableKeys) {
-    auto* cell = GetVariableValue(index);
-    const auto* node = this;
-    if (GetDataType() == AppDataType_Array) node = m_parentValue;
-    if (node == nullptr || node->GetDataType() != AppDataType_Table) return cell;
+void CAppVariableValue::FillKeys(int index, std::map<std::string, std::string>& keys,
+                                 bool extendTableKeys) const {
+    const auto* node = GetDataType() == AppDataType_Array ? m_parentValue : this;
+    if (node == nullptr || node->GetDataType() != AppDataType_Table) return;
     const auto* table = dynamic_cast<const CAppVariableTableDef*>(node->m_varDef);
-    if (table == nullptr) return cell;
+    if (table == nullptr) return;
     for (const auto& name : KeyColumnNames(*table, extendTableKeys)) {
-        auto* column = GetValueByDef(table->GetChild(name));
+        const auto* column = GetValueByDef(table->GetChild(name));
         if (column == nullptr) continue;
-        const auto* key = column->GetVariableValue(index);
-        keys[name] = key != nullptr ? key->text : std::string();
+        keys[name] = std::string(column->GetVariableText(index).value_or(std::string_view()));
     }
-    return cell;
 }
 
 int CAppVariableValue::GetVariableIndex(const std::map<std::string, std::string>& keys) const {
     if (GetDataType() != AppDataType_Array || m_parentValue == nullptr ||
         m_parentValue->GetDataType() != AppDataType_Table)
         return -1;
-    std::vector<std::pair<const Lets*, const std::string*>> wanted;
+    std::vector<std::pair<const CLetList*, const std::string*>> wanted;
     for (const auto& [name, text] : keys) {
         const auto* column = m_parentValue->GetChildByName(name);
         if (column == nullptr) return -1;
@@ -60,8 +58,8 @@ int CAppVariableValue::GetVariableIndex(const std::map<std::string, std::string>
     for (std::size_t row = 0;; ++row) {
         bool fits = true;
         for (const auto& [cells, text] : wanted) {
-            if (row >= cells->size()) return -1;
-            fits = fits && (*cells)[row].text == *text;
+            if (row >= cells->Count()) return -1;
+            fits = fits && cells->Text(row) == *text;
         }
         if (fits) return static_cast<int>(row);
     }

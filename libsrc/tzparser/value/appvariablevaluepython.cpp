@@ -28,12 +28,25 @@ std::unique_ptr<TzP3TypeObject> TypeObjectOf(AppDataType_e type) {
     return std::unique_ptr<TzP3TypeObject>(code < 0 ? nullptr : TzP3TypeObject::CreateObj(code));
 }
 
+PyObject* ObjectOfText(const std::string& text, TzP3TypeObject* type) {
+    type->SetText(text);
+    PyObject* object = nullptr;
+    return type->GetPythonObject(object) ? object : NewNone();
+}
+
 PyObject* ObjectOf(const CAppTextLet* let, TzP3TypeObject* type) {
     if (let == nullptr || type == nullptr) return NewNone();
     if (let->text.empty() && !let->IsModifyByOutSide()) return NewNone();
-    type->SetText(let->text);
-    PyObject* object = nullptr;
-    return type->GetPythonObject(object) ? object : NewNone();
+    return ObjectOfText(let->text, type);
+}
+
+// The same for a value of a list, without making lets for it: what has no text may be marked all
+// the same.
+PyObject* ObjectAt(const CLetList& values, std::size_t index, TzP3TypeObject* type) {
+    if (index >= values.Count() || type == nullptr) return NewNone();
+    const auto text = values.Text(index);
+    if (text.empty() && !values.Copy(index).IsModifyByOutSide()) return NewNone();
+    return ObjectOfText(std::string(text), type);
 }
 
 // Puts an object under a name; takes over the reference.
@@ -69,8 +82,7 @@ PyObject* CAppVariableValue::MakePythonList() const {
     const auto type = TypeObjectOf(GetElementType());
     PyRef list(PyList_New(static_cast<Py_ssize_t>(count)));
     for (std::size_t i = 0; list && i < count; ++i) {
-        const CAppTextLet* const let = i < m_values.size() ? &m_values[i] : nullptr;
-        PyList_SET_ITEM(list.Get(), static_cast<Py_ssize_t>(i), ObjectOf(let, type.get()));
+        PyList_SET_ITEM(list.Get(), static_cast<Py_ssize_t>(i), ObjectAt(m_values, i, type.get()));
     }
     return OrNone(list.Release());
 }

@@ -20,7 +20,7 @@ public:
         const int begin = Draw(5);
         const std::string text(static_cast<std::size_t>(Draw(3) == 0 ? 0 : Draw(30)), 'x');
         const int end = begin + static_cast<int>(text.size());
-        switch (Draw(9)) {
+        switch (Draw(11)) {
             case 0: {
                 const CAppTextLet odd(line - 1, begin, line + Draw(2), end + Draw(2), text);
                 m_columns.Column(name).Set(line, odd);
@@ -37,6 +37,28 @@ public:
             case 3:
                 if (Draw(3) == 0) m_columns = CLetColumns(m_columns);
                 break;
+            case 4:
+                // Another text comes: its lines are views, whose values are places in it.
+                m_source = std::make_shared<const std::string>(std::string(40, 'v'));
+                m_columns.ReadFrom(m_source);
+                break;
+            case 5: {
+                if (!m_source) break;
+                const auto view = std::string_view(*m_source).substr(3, text.size());
+                m_columns.Column(name).Set(line, begin, view);
+                m_plain[name].insert_or_assign(
+                    line, CAppTextLet(line, begin, line, end, std::string(view)));
+                break;
+            }
+            case 6:
+                // A copy that is written leaves this one as it is.
+                if (auto copy = m_columns; Draw(2) == 0) copy.Column(name).Set(line, 0, "copy");
+                if (const auto* column = m_columns.Find(name); column != nullptr) {
+                    auto left = *column;
+                    left.LeaveSourceText();
+                    ASSERT_EQ(DumpLets(left.Lets()), DumpLets(column->Lets()));
+                }
+                break;
             default:
                 m_columns.Column(name).Set(line, begin, text);
                 m_plain[name].insert_or_assign(line, CAppTextLet(line, begin, line, end, text));
@@ -50,6 +72,9 @@ public:
             ASSERT_EQ(column.Count(), values.size());
             ASSERT_EQ(column.Lines().size(), values.size());
             ASSERT_EQ(column.Lets().size(), values.size());
+            std::size_t index = 0;
+            for (const auto& [line, let] : values)
+                ASSERT_EQ(column.TextAtIndex(index++), let.text) << line;
             for (int line = 0; line < 70; line += 3) CompareLine(column, values, line);
             if (values.empty()) continue;
             ASSERT_EQ(DumpLet(column.Last()), DumpLet(values.rbegin()->second));
@@ -78,6 +103,7 @@ private:
 
     std::mt19937 m_random;
     int m_nextLine = 0;
+    std::shared_ptr<const std::string> m_source;
     CLetColumns m_columns;
     CLetColumns::Positions m_plain;
 };
@@ -102,6 +128,30 @@ TEST(LetColumns, ACopyHasValuesOfItsOwn) {
     EXPECT_EQ(copy.Find("$a")->Lets().at(0).text, "x");
     EXPECT_EQ(columns.Find("$a")->Lets().at(0).text, "y");
     EXPECT_EQ(copy.Find("$b"), nullptr);
+}
+
+TEST(LetColumns, ASlotStandsForItsNameUntilForgotten) {
+    CLetColumns columns;
+    columns.ColumnAt(1, "$b").Set(1, 0, "x");
+    EXPECT_EQ(&columns.ColumnAt(1, "$b"), columns.Find("$b"));
+    columns.Clear();
+    EXPECT_EQ(columns.Find("$b"), nullptr);
+    EXPECT_TRUE(columns.ColumnAt(1, "$b").IsEmpty()) << "another column";
+    columns.HostPositions().erase("$b");
+    columns.ColumnAt(1, "$b").Set(2, 0, "y");
+    EXPECT_EQ(DumpPositions(columns.HostPositions()), "$b 2: 2:0-1 \"y\";\n");
+    columns.ForgetSlots();
+    const auto* other = &columns.ColumnAt(1, "$c");
+    EXPECT_EQ(other, columns.Find("$c"));
+}
+
+TEST(LetColumns, AMarkedLetStaysMarked) {
+    CLetColumn column;
+    CAppTextLet marked(3, 0, 3, 1, "x");
+    marked.SetModifyByOutSide();
+    column.Set(3, marked);
+    EXPECT_TRUE(column.At(3).IsModifyByOutSide());
+    EXPECT_TRUE(column.HasText(3));
 }
 
 }  // namespace
