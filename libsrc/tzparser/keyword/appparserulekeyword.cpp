@@ -85,20 +85,31 @@ bool CAppParseRuleKeyWord::ResolveKeywordLine(const std::string& kvp,
     const auto types = helper.GetVarTypesWithOrder();
     for (const auto& type : types)
         if (type.first != DummyVariableName) names.push_back(type.first);
-    const auto* known = FindResolved(kvp);
-    if (names.empty() && known != nullptr && known->regexText == helper.GetRegex() &&
-        known->namesWithDummy == helper.GetVarNames())
+    const auto* former = FindResolved(kvp);
+    if (names.empty() && former != nullptr && former->RegexText() == helper.GetRegex() &&
+        former->NamesWithDummy() == helper.GetVarNames())
         return true;
     auto& definition = EditDefinition();
     for (const auto& [name, type] : types)
         if (name != DummyVariableName) definition.variableTypes[name] = type;
-    definition.resolved[kvp] = {helper.GetRegex(), names, helper.GetVarNames(),
-                                helper.IsMultiLineRegex()};
+    Kvp known;
+    known.regexText = helper.GetRegex();
+    known.names = names;
+    known.hasDummy = helper.GetVarNames() != names;
+    if (known.hasDummy) known.groupNames = helper.GetVarNames();
+    known.isMultiLine = helper.IsMultiLineRegex();
+    definition.resolved[kvp] = std::move(known);
     std::string mlineName;
     Spans spans;
     if (helper.GetMlineVariables(mlineName, spans))
         definition.mlineDefine[mlineName] = std::move(spans);
     return true;
+}
+
+void CAppParseRuleKeyWord::Kvp::SetNames(std::vector<std::string> other) {
+    if (!hasDummy) groupNames = std::move(names);
+    hasDummy = true;
+    names = std::move(other);
 }
 
 bool CAppParseRuleKeyWord::ParseStatement() {
@@ -119,13 +130,13 @@ bool CAppParseRuleKeyWord::ParseStatement() {
 
 std::string CAppParseRuleKeyWord::GetKVPRegex(const std::string& kvp) const {
     const auto* known = FindResolved(kvp);
-    return known != nullptr ? known->regexText : std::string();
+    return known != nullptr ? known->RegexText() : std::string();
 }
 
 std::vector<std::string> CAppParseRuleKeyWord::GetKVPVariableDefineWithDummy(
     const std::string& kvp) const {
     const auto* known = FindResolved(kvp);
-    return known != nullptr ? known->namesWithDummy : std::vector<std::string>();
+    return known != nullptr ? known->NamesWithDummy() : std::vector<std::string>();
 }
 
 std::string CAppParseRuleKeyWord::GetEnumVariableValue(const std::string& name) const {

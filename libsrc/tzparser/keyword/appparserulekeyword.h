@@ -159,21 +159,31 @@ protected:
 private:
     using Spans = std::vector<std::pair<std::string, std::string>>;
 
-    // What compiling a KVP found.
+    // What compiling a KVP found. A definition holds many of these, so what two of its parts say is
+    // held once.
     struct Kvp {
-        std::string regexText;
-        std::vector<std::string> names;           // without dummies
-        std::vector<std::string> namesWithDummy;  // index i is capture group i + 1
+        std::string regexText;  // empty when `regex` has it
+        std::shared_ptr<const CAppRegex>
+            regex;                            // null until a plan was made, or it doesn't compile
+        std::vector<std::string> names;       // without dummies
+        std::vector<std::string> groupNames;  // of the capture groups in order
+        bool hasDummy = false;                // else the groups have the names
         bool isMultiLine = false;
+
+        const std::string& RegexText() const { return regex ? regex->GetText() : regexText; }
+        const std::vector<std::string>& NamesWithDummy() const {
+            return hasDummy ? groupNames : names;
+        }
+        // Other names for the same groups.
+        void SetNames(std::vector<std::string> other);
     };
 
     // One KVP made ready to be run.
     struct PlanItem {
         std::shared_ptr<const CAppRegex> regex;  // null: it doesn't compile
-        std::string regexText;
-        std::vector<std::string> names;
-        std::vector<std::size_t> slots;  // of each name, in Plan::variables
-        std::vector<char> isDummy;       // of each capture group
+        std::string brokenRegex;                 // its text then
+        std::vector<std::size_t> slots;          // of each name, in Plan::variables
+        std::vector<char> isDummy;               // of each capture group; empty when none is one
         bool isMultiLine = false;
     };
     struct Plan {
@@ -238,7 +248,7 @@ private:
     void RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
     void AssignGroups(Run& run, const PlanItem& item, const CAppRegexMatch& match, int line);
     void RunMultiLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
-    static std::vector<char> MarkDummies(const std::vector<std::string>& namesWithDummy);
+    static std::vector<char> MarkDummies(const Kvp& kvp);
     std::vector<char> DummiesOfRegex(const std::string& regexText) const;
     std::vector<MultiLineHit> MatchOverLines(int startLine, int endLine, const CAppRegex& regex,
                                              std::size_t nameCount,

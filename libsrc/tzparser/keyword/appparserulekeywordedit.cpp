@@ -44,7 +44,7 @@ void CAppParseRuleKeyWord::DelKVP(const std::string& kvp) {
     const auto known = definition.resolved.find(text);
     if (known != definition.resolved.end()) {
         known->second.names.clear();
-        known->second.namesWithDummy.clear();
+        known->second.groupNames.clear();
     }
     SetRuleModify();
 }
@@ -103,7 +103,7 @@ void CAppParseRuleKeyWord::DeleteVariableOfKvp(const std::string& name) {
     const auto edited = ReplaceByDummy(*at, name, names);
     auto& definition = EditDefinition();
     definition.kvps[static_cast<std::size_t>(at - kvps.begin())] = edited;
-    definition.resolved[edited].names = std::move(names);
+    definition.resolved[edited].SetNames(std::move(names));
 }
 
 // A paragraph's start line is edited in the same way as a KVP.
@@ -116,7 +116,7 @@ void CAppParseRuleKeyWord::DeleteVariableOfStartLine(const std::string& name) {
         return;
     const auto edited = ReplaceByDummy(paragraph->GetStartLine(), name, names);
     paragraph->SetStartLine(edited);
-    EditDefinition().resolved[edited].names = std::move(names);
+    EditDefinition().resolved[edited].SetNames(std::move(names));
 }
 
 // The statement with "$_dummy" in the variable's place, and the name taken out of its names and of

@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <map>
+#include <string_view>
 
 bool CAppParseRuleKeyWord::Parse(const std::string&, int startLine, int endLine,
                                  IAppVariableCallback*) {
@@ -87,9 +89,21 @@ const CAppParseRuleKeyWord::Plan* CAppParseRuleKeyWord::FindPlan() const {
     return nullptr;
 }
 
+// The texts of expressions that compiled are those that the expressions hold.
 void CAppParseRuleKeyWord::PreparePlan() {
     auto plan = MakePlan();
-    EditDefinition().plan = std::move(plan);
+    auto& definition = EditDefinition();
+    std::map<std::string_view, const PlanItem*> items;
+    for (const auto& item : plan->items)
+        if (item.regex) items.emplace(item.regex->GetText(), &item);
+    for (auto& entry : definition.resolved) {
+        auto& kvp = entry.second;
+        const auto item = items.find(kvp.regexText);
+        if (kvp.regex || item == items.end()) continue;
+        kvp.regex = item->second->regex;
+        kvp.regexText = std::string();
+    }
+    definition.plan = std::move(plan);
 }
 
 std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan() {
@@ -98,10 +112,12 @@ std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan
     const auto kvps = GetRunKVPs();
     std::vector<std::string> names;
     for (const auto& kvp : kvps) ExtractVariableNames(kvp, names);
+    plan->variables.reserve(m_definition->variableTypes.size());
     for (const auto& entry : m_definition->variableTypes) plan->variables.push_back(entry.first);
+    plan->items.reserve(kvps.size());
     for (const auto& kvp : kvps) {
         const auto* known = FindResolved(kvp);
-        if (known != nullptr && !known->regexText.empty())
+        if (known != nullptr && !known->RegexText().empty())
             plan->items.push_back(MakePlanItem(kvp, plan->variables));
     }
     return plan;
@@ -111,13 +127,12 @@ CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
     const std::string& kvp, const std::vector<std::string>& variables) {
     const auto& known = *FindResolved(kvp);
     PlanItem item;
-    item.regexText = known.regexText;
-    item.regex = GetCachedRegex(known.regexText, CAppRegex::RuleFlags);
-    item.names = known.names;
+    item.regex = GetCachedRegex(known.RegexText(), CAppRegex::RuleFlags);
+    if (!item.regex) item.brokenRegex = known.RegexText();
     item.isMultiLine = known.isMultiLine;
-    item.isDummy =
-        item.isMultiLine ? DummiesOfRegex(known.regexText) : MarkDummies(known.namesWithDummy);
-    for (const auto& name : item.names) {
+    item.isDummy = item.isMultiLine ? DummiesOfRegex(known.RegexText()) : MarkDummies(known);
+    item.slots.reserve(known.names.size());
+    for (const auto& name : known.names) {
         const auto at = std::lower_bound(variables.begin(), variables.end(), name);
         const bool found = at != variables.end() && *at == name;
         item.slots.push_back(found ? static_cast<std::size_t>(at - variables.begin()) : NoSlot);
@@ -142,17 +157,17 @@ void CAppParseRuleKeyWord::RunSingleLine(Run& run, const PlanItem& item, CAppReg
 void CAppParseRuleKeyWord::AssignGroups(Run& run, const PlanItem& item, const CAppRegexMatch& match,
                                         int line) {
     const auto groups = static_cast<std::size_t>(match.GroupCount());
-    const bool surplus = groups > item.names.size();
+    const auto& slots = item.slots;
+    const bool surplus = groups > slots.size();
     std::size_t nameIndex = 0;
-    for (std::size_t group = 1; group <= groups && nameIndex < item.names.size(); ++group) {
+    for (std::size_t group = 1; group <= groups && nameIndex < slots.size(); ++group) {
         const auto value = match.Text(static_cast<int>(group));
         if (value.empty() && surplus) continue;
         if (group - 1 < item.isDummy.size() && item.isDummy[group - 1] != 0) continue;
-        const auto& name = item.names[nameIndex];
-        const auto slot = item.slots[nameIndex];
-        ++nameIndex;
-        if (value.empty() && run.usePre->count(name) != 0) continue;
+        const auto slot = slots[nameIndex++];
         if (slot == NoSlot) continue;
+        const auto& name = run.plan->variables[slot];
+        if (value.empty() && run.usePre->count(name) != 0) continue;
         m_missing[slot] = 0;
         const auto begin = static_cast<int>(match.Position(static_cast<int>(group)));
         m_values.ColumnAt(slot, name).Set(line, begin, value);

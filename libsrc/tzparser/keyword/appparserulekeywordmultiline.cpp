@@ -46,11 +46,12 @@ CAppTextLet LetOfSpan(const JoinedLines& joined, std::size_t position, std::stri
 
 }  // namespace
 
-std::vector<char> CAppParseRuleKeyWord::MarkDummies(
-    const std::vector<std::string>& namesWithDummy) {
+std::vector<char> CAppParseRuleKeyWord::MarkDummies(const Kvp& kvp) {
+    const auto& names = kvp.NamesWithDummy();
+    if (std::find(names.begin(), names.end(), DummyVariableName) == names.end()) return {};
     std::vector<char> isDummy;
-    isDummy.reserve(namesWithDummy.size());
-    for (const auto& name : namesWithDummy) isDummy.push_back(name == DummyVariableName ? 1 : 0);
+    isDummy.reserve(names.size());
+    for (const auto& name : names) isDummy.push_back(name == DummyVariableName ? 1 : 0);
     return isDummy;
 }
 
@@ -58,20 +59,20 @@ std::vector<char> CAppParseRuleKeyWord::MarkDummies(
 // expression share them.
 std::vector<char> CAppParseRuleKeyWord::DummiesOfRegex(const std::string& regexText) const {
     for (const auto& entry : m_definition->resolved)
-        if (entry.second.regexText == regexText) return MarkDummies(entry.second.namesWithDummy);
+        if (entry.second.RegexText() == regexText) return MarkDummies(entry.second);
     return {};
 }
 
 void CAppParseRuleKeyWord::RunMultiLine(Run& run, const PlanItem& item, CAppRegexMatch& match) {
     if (!item.regex) {
-        DiagnosticOutput("Invalid regex expression:" + item.regexText + "\n");
+        DiagnosticOutput("Invalid regex expression:" + item.brokenRegex + "\n");
         return;
     }
     for (auto& hit :
-         MatchOverLines(run.start, run.end, *item.regex, item.names.size(), item.isDummy, match)) {
+         MatchOverLines(run.start, run.end, *item.regex, item.slots.size(), item.isDummy, match)) {
         const auto slot = item.slots[hit.nameIndex];
         if (slot == NoSlot) continue;
-        const auto& name = item.names[hit.nameIndex];
+        const auto& name = run.plan->variables[slot];
         CarryOver(*run.usePre, name, hit.value);
         m_missing[slot] = 0;
         const int row = hit.value.beginRow;

@@ -304,7 +304,16 @@ protected:
     CAppLineStatus m_lineStatus;
 
 private:
-    using RegexMap = std::map<std::string, std::shared_ptr<const CAppRegex>, std::less<>>;
+    struct ByText {
+        using is_transparent = void;
+        using Regex = std::shared_ptr<const CAppRegex>;
+        bool operator()(const Regex& a, const Regex& b) const {
+            return a->GetText() < b->GetText();
+        }
+        bool operator()(const Regex& a, std::string_view b) const { return a->GetText() < b; }
+        bool operator()(std::string_view a, const Regex& b) const { return a < b->GetText(); }
+    };
+    using RegexSet = std::set<std::shared_ptr<const CAppRegex>, ByText>;
     struct Definition {
         NIGroupInfo niStart;
         NIGroupInfo niEnd;
@@ -319,7 +328,7 @@ private:
     void LoadBounds(const hxJson::Value& node);
     void CopyOwnFieldsTo(CAppParseRule& target) const;
     std::shared_ptr<const CAppRegex> FindCachedRegex(const std::string& pattern) const;
-    void SetCachedRegex(const std::string& pattern, std::shared_ptr<const CAppRegex> regex);
+    void SetCachedRegex(std::shared_ptr<const CAppRegex> regex);
     bool CalcLineByVariable(const NIGroupInfo& info, int& line);
     bool CalcLineByPattern(int startLine, int endLine, const NIGroupInfo& info, int& line);
     int FindLine(int startLine, int endLine, const CAppRegex& expression);
@@ -344,8 +353,8 @@ private:
     bool m_saveExBuiltInInfo = false;
 
     // Compiled expressions: those that came with the definition, and those of this rule alone.
-    std::shared_ptr<const RegexMap> m_sharedRegex;
-    RegexMap m_cachedRegex;
+    std::shared_ptr<const RegexSet> m_sharedRegex;
+    RegexSet m_cachedRegex;
 
     // What the last parse made.
     std::string m_lastError;

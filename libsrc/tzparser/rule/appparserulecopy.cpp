@@ -49,10 +49,10 @@ bool CAppParseRule::OnCopyTo(CAppParseRule*) {
 
 std::shared_ptr<const CAppRegex> CAppParseRule::FindCachedRegex(const std::string& pattern) const {
     const auto own = m_cachedRegex.find(pattern);
-    if (own != m_cachedRegex.end()) return own->second;
+    if (own != m_cachedRegex.end()) return *own;
     if (!m_sharedRegex) return nullptr;
     const auto shared = m_sharedRegex->find(pattern);
-    return shared != m_sharedRegex->end() ? shared->second : nullptr;
+    return shared != m_sharedRegex->end() ? *shared : nullptr;
 }
 
 std::shared_ptr<const CAppRegex> CAppParseRule::GetCachedRegex(const std::string& pattern,
@@ -65,18 +65,17 @@ std::shared_ptr<const CAppRegex> CAppParseRule::GetCachedRegex(const std::string
         DiagnosticOutput("Invalid regex expression:" + pattern + "\n");
         return nullptr;
     }
-    SetCachedRegex(pattern, regex);
+    SetCachedRegex(regex);
     return regex;
 }
 
-void CAppParseRule::SetCachedRegex(const std::string& pattern,
-                                   std::shared_ptr<const CAppRegex> regex) {
-    if (regex) m_cachedRegex[pattern] = std::move(regex);
+void CAppParseRule::SetCachedRegex(std::shared_ptr<const CAppRegex> regex) {
+    if (regex) m_cachedRegex.insert(std::move(regex));
 }
 
 void CAppParseRule::ShareCachedRegex() {
     if (m_cachedRegex.empty()) return;
     if (m_sharedRegex) m_cachedRegex.insert(m_sharedRegex->begin(), m_sharedRegex->end());
-    m_sharedRegex = std::make_shared<const RegexMap>(std::move(m_cachedRegex));
+    m_sharedRegex = std::make_shared<const RegexSet>(std::move(m_cachedRegex));
     m_cachedRegex.clear();
 }
