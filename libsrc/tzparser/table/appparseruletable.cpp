@@ -81,7 +81,7 @@ void CAppParseRuleTable::SetName(const std::string& name) {
 void CAppParseRuleTable::SetHeader(const std::string& headers) {
     auto& pieces = EditDefinition().headers;
     pieces = AppStrUtil::StrSplit(headers, ";", false);
-    AppStrUtil::TzStrTrim(pieces, std::string(TableText::Spaces));
+    AppStrUtil::TzStrTrim(pieces, std::string(TableText::SpaceCharacters));
     SetRuleModify();
 }
 

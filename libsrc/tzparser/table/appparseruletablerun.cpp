@@ -22,7 +22,7 @@ using namespace TableText;
 constexpr int SeparatorLines = 5;
 constexpr std::string_view DoubleRule = "===";
 constexpr std::string_view SingleRule = "---";
-constexpr std::string_view LineEnds = "\r\n";
+constexpr CharSet LineEnds("\r\n");
 
 bool Contains(std::string_view text, std::string_view piece) {
     return text.find(piece) != std::string_view::npos;

@@ -25,7 +25,7 @@ bool IsNameCharacter(char c) {
 NamedType ReadRefusedPattern(const std::string& pattern) {
     const auto begin = pattern.find('$');
     if (begin == std::string::npos) return {};
-    const auto end = pattern.find_first_of(TableText::Spaces, begin);
+    const auto end = pattern.find_first_of(TableText::SpaceCharacters, begin);
     NamedType variable{pattern.substr(begin, end - begin), "string"};
     const auto colon = variable.name.find(':');
     if (colon != std::string::npos) {

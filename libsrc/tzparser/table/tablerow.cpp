@@ -9,7 +9,7 @@ using namespace TableText;
 
 namespace {
 
-constexpr std::string_view Continuations = " \t\r\n\\";
+constexpr CharSet Continuations(" \t\r\n\\");
 
 // A backslash at the end says that the row goes on; it goes, with the blanks before it.
 std::string_view WithoutContinuation(std::string_view line) {
@@ -21,8 +21,7 @@ std::string_view WithoutContinuation(std::string_view line) {
 }  // namespace
 
 bool CTableRow::IsRule(std::string_view line) {
-    return line.find_first_not_of(RuleCharacters) == std::string_view::npos ||
-           line.find_first_not_of(WhiteSpace) == std::string_view::npos;
+    return FirstNotOf(line, RuleCharacters, 0) == None || FirstNotOf(line, WhiteSpace, 0) == None;
 }
 
 void CTableRow::Begin(std::string_view line, std::string_view next) {

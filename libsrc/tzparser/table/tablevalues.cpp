@@ -12,8 +12,7 @@ CLetColumns::Positions& CTableValues::HostPositions() {
 // place of a cell whose text may have been the row's only one.
 void CTableValues::Store(CLetColumn& column, std::int32_t line, std::int32_t begin,
                          std::string_view text) {
-    const bool isNew = column.LastLine() < line;
-    column.Set(line, begin, text);
+    const bool isNew = column.Append(line, begin, text);
     if (!isNew || (text.empty() && m_lineWithText != line)) {
         if (m_unchecked.empty() || m_unchecked.back() != line) m_unchecked.push_back(line);
         return;

@@ -102,17 +102,26 @@ bool CLetColumn::Body::AddText(std::string_view text, Cell& cell) {
 }
 
 void CLetColumn::Set(std::int32_t line, std::int32_t begin, std::string_view text) {
+    Put(line, begin, text);
+}
+
+bool CLetColumn::Append(std::int32_t line, std::int32_t begin, std::string_view text) {
+    if (m_map == nullptr) Settled();
+    return Put(line, begin, text);
+}
+
+// True when the values were settled and the line is behind all of them.
+bool CLetColumn::Put(std::int32_t line, std::int32_t begin, std::string_view text) {
     Cell cell{line, begin, 0, 0};
     if (m_map == nullptr) {
         auto& body = m_body.Edit();
-        if (body.AddText(text, cell)) {
-            body.Place(cell);
-            return;
-        }
+        if (body.AddText(text, cell)) return body.Place(cell);
     }
+    const bool isNew = LastLine() < line;
     const auto end =
         std::min(MaxColumn, std::int64_t{begin} + static_cast<std::int64_t>(text.size()));
     Set(line, CAppTextLet(line, begin, line, static_cast<std::int32_t>(end), std::string(text)));
+    return isNew;
 }
 
 void CLetColumn::Set(std::int32_t line, const CAppTextLet& let) {
@@ -131,15 +140,17 @@ void CLetColumn::Set(std::int32_t line, const CAppTextLet& let) {
     body.Place(cell);
 }
 
-void CLetColumn::Body::Place(const Cell& cell) {
+bool CLetColumn::Body::Place(const Cell& cell) {
     const bool isInOrder = cells.size() == settled;
     if (isInOrder && !cells.empty() && cells.back().line == cell.line) {
         cells.back() = cell;
-        return;
+        return false;
     }
     const bool isBehind = cells.empty() || cells.back().line < cell.line;
     cells.push_back(cell);
-    if (isInOrder && isBehind) ++settled;
+    if (!isInOrder || !isBehind) return false;
+    ++settled;
+    return true;
 }
 
 void CLetColumn::Body::Settle() {

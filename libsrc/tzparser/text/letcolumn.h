@@ -59,6 +59,8 @@ public:
 
     // Stores a let on the line itself, from a column to behind its text.
     void Set(std::int32_t line, std::int32_t begin, std::string_view text);
+    // The same; true when the line is behind all others.
+    bool Append(std::int32_t line, std::int32_t begin, std::string_view text);
     // Stores any let. The same let as above costs the same.
     void Set(std::int32_t line, const CAppTextLet& let);
     // Takes out the lines of an ascending list; costs what stands behind the first of them.
@@ -126,13 +128,15 @@ private:
         std::vector<CAppTextLet> odd;  // lets that don't lie on their line as their text is long
 
         bool AddText(std::string_view text, Cell& cell);
-        void Place(const Cell& cell);
+        // True when the cell came in order, behind all others.
+        bool Place(const Cell& cell);
         void Settle();
         std::size_t SourceSize() const { return source ? source->size() : 0; }
         std::string_view Text(const Cell& cell) const;
         CAppTextLet Let(const Cell& cell) const;
     };
 
+    bool Put(std::int32_t line, std::int32_t begin, std::string_view text);
     const Body& Settled() const;
     static Cells::const_iterator LowerBound(const Body& body, std::int32_t line);
 
