@@ -29,11 +29,20 @@ bool IsObject(const CAppVariableValue& node) {
            !node.GetChildValues().empty();
 }
 
+// Makes no lets for good: a result is mostly written once and then gone.
+void WriteScalar(const CAppVariableValue& node, AppDataType_e type, std::size_t index,
+                 CJsonLayout& json) {
+    if (index < node.GetLetCount())
+        AppendScalar(json.Value(), type, node.CopyLet(index));
+    else
+        AppendScalarAt(json.Value(), type, {}, 0);
+}
+
 void WriteRow(const std::vector<CAppVariableValue*>& columns, std::size_t row, CJsonLayout& json) {
     json.Begin('{');
     for (const auto* column : columns) {
         json.Key(JsonName(*column));
-        AppendScalarAt(json.Value(), ElementType(*column), column->GetValues(), row);
+        WriteScalar(*column, ElementType(*column), row, json);
     }
     json.End();
 }
@@ -42,7 +51,7 @@ void WriteRow(const std::vector<CAppVariableValue*>& columns, std::size_t row, C
 void WriteTable(const CAppVariableValue& table, CJsonLayout& json) {
     const auto columns = table.GetChildValues();
     std::size_t rows = 0;
-    for (const auto* column : columns) rows = std::max(rows, column->GetValues().size());
+    for (const auto* column : columns) rows = std::max(rows, column->GetLetCount());
     json.Begin('[');
     for (std::size_t row = 0; row < rows; ++row) WriteRow(columns, row, json);
     json.End();
@@ -51,7 +60,7 @@ void WriteTable(const CAppVariableValue& table, CJsonLayout& json) {
 void WriteArray(const CAppVariableValue& array, CJsonLayout& json) {
     const auto type = ElementType(array);
     json.Begin('[');
-    for (const auto& value : array.GetValues()) AppendScalar(json.Value(), type, value);
+    for (std::size_t i = 0; i < array.GetLetCount(); ++i) WriteScalar(array, type, i, json);
     json.End();
 }
 
@@ -64,7 +73,7 @@ void WriteLeaf(const CAppVariableValue& node, CJsonLayout& json) {
             WriteArray(node, json);
             break;
         default:
-            AppendScalarAt(json.Value(), node.GetDataType(), node.GetValues(), 0);
+            WriteScalar(node, node.GetDataType(), 0, json);
     }
 }
 

@@ -210,6 +210,7 @@ private:
         const std::set<std::string>* usePre;
         int start;
         int end;
+        const CAppSampleLines* lines;  // null without a sample
     };
 
     // A value that a match over several lines gave to a name.
@@ -267,7 +268,7 @@ private:
                   std::vector<char>& marked) const;
 
     std::vector<int> ParagraphLines() const;
-    void AppendOuterValues(const std::string& name, std::vector<CAppTextLet>& values) const;
+    void AppendOuterValues(const std::string& name, CLetList& values) const;
     std::set<int> OriTextLines() const;
 
     CCopyOnWrite<Definition> m_definition;

@@ -55,7 +55,7 @@ bool CAppParseRuleKeyWord::ParseKeywordVariable(int startLine, int endLine) {
 // Variables of KVPs that are compiled only now aren't among the missing ones: their stand-by values
 // begin with the next parse of the rule.
 CAppParseRuleKeyWord::Run CAppParseRuleKeyWord::BeginRun(int startLine, int endLine) {
-    Run run{FindPlan(), &UsePreVars(), startLine, endLine};
+    Run run{FindPlan(), &UsePreVars(), startLine, endLine, GetSampleLines()};
     if (run.plan != nullptr) {
         m_missing.assign(run.plan->variables.size(), 1);
         return run;
@@ -141,7 +141,7 @@ CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
 }
 
 void CAppParseRuleKeyWord::RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match) {
-    const auto* lines = GetSampleLines();
+    const auto* lines = run.lines;
     if (lines == nullptr || !item.regex) return;
     const bool replaced = !GetSearchReplaceResult().empty();
     const int end = std::min(run.end, lines->Count());

@@ -20,9 +20,9 @@ std::vector<CAppTextLet> CAppParseRuleKeyWord::GetVariableValue(const std::strin
 
 CLetList CAppParseRuleKeyWord::FindValues(const std::string& name) {
     if (const auto* known = m_values.FindWithDollar(name)) return CLetList(*known);
-    std::vector<CAppTextLet> values;
+    CLetList values;
     if (IsFirstChildOfParagraph()) AppendOuterValues(WithDollar(name), values);
-    return CLetList(std::move(values));
+    return values;
 }
 
 // The lines of the paragraphs: those of the first variable of the first keyword rule that found
@@ -37,8 +37,7 @@ std::vector<int> CAppParseRuleKeyWord::ParagraphLines() const {
     return {};
 }
 
-void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name,
-                                             std::vector<CAppTextLet>& values) const {
+void CAppParseRuleKeyWord::AppendOuterValues(const std::string& name, CLetList& values) const {
     const auto lines = ParagraphLines();
     const auto* inner = GetParentRule();
     for (const auto* outer = inner->GetParentRule();

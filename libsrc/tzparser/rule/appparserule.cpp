@@ -128,11 +128,11 @@ const CAppParseRule* CAppParseRule::GetRootParentRule() const {
 }
 
 CAppParseRuleSample* CAppParseRule::GetSampleRoot() {
-    return dynamic_cast<CAppParseRuleSample*>(GetRootParentRule());
+    return GetRootParentRule()->AsSample();
 }
 
 const CAppParseRuleSample* CAppParseRule::GetSampleRoot() const {
-    return dynamic_cast<const CAppParseRuleSample*>(GetRootParentRule());
+    return GetRootParentRule()->AsSample();
 }
 
 AppDataType_e CAppParseRule::GetDataType(const std::string& typeName) {
@@ -147,6 +147,14 @@ bool CAppParseRule::HasChildParser(int) const {
 
 bool CAppParseRule::GetVariableLine(const std::string&, int&) {
     return false;
+}
+
+CAppParseRuleSample* CAppParseRule::AsSample() {
+    return nullptr;
+}
+
+const CAppParseRuleSample* CAppParseRule::AsSample() const {
+    return nullptr;
 }
 
 IParagraphScope* CAppParseRule::AsParagraphScope() {

@@ -182,6 +182,9 @@ public:
     // What the rules below ask of a paragraph; null for every other kind.
     virtual IParagraphScope* AsParagraphScope();
     virtual const IParagraphScope* AsParagraphScope() const;
+    // The rule as the root that owns the lines; null for every other kind.
+    virtual CAppParseRuleSample* AsSample();
+    virtual const CAppParseRuleSample* AsSample() const;
 
     RuleType GetRuleType() const { return m_ruleType; }
     void SetRuleType(RuleType ruleType) { m_ruleType = ruleType; }

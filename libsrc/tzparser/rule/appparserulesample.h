@@ -105,6 +105,9 @@ public:
     void SaveResultAsXML(CMarkup& xml) override;
     bool SaveResultAsJson(hxJson::Value& node) override;
 
+    CAppParseRuleSample* AsSample() override { return this; }
+    const CAppParseRuleSample* AsSample() const override { return this; }
+
 protected:
     bool OnCopyTo(CAppParseRule* target) override;
     void SetRuleModify() override;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
 int FindParagraph(const IParagraphScope& paragraphs, int line) {
     const auto& begins = paragraphs.GetBeginLines();
@@ -14,7 +16,9 @@ int FindParagraph(const IParagraphScope& paragraphs, int line) {
 }
 
 void AppendOuterValues(const CLetColumn& values, const IParagraphScope& paragraphs,
-                       const std::vector<int>& lines, std::vector<CAppTextLet>& result) {
+                       const std::vector<int>& lines, CLetList& result) {
+    std::vector<std::uint32_t> picks;
+    std::uint32_t value = 0;
     int from = 0;
     int to = 0;
     const auto last = values.LastLine();
@@ -26,6 +30,7 @@ void AppendOuterValues(const CLetColumn& values, const IParagraphScope& paragrap
         }
         const auto begin = std::lower_bound(lines.begin(), lines.end(), from);
         const auto end = line == last ? lines.end() : std::lower_bound(begin, lines.end(), to);
-        result.insert(result.end(), static_cast<std::size_t>(end - begin), let);
+        picks.insert(picks.end(), static_cast<std::size_t>(end - begin), value++);
     });
+    result.Append(CLetList(values, std::move(picks)));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzparser/text/letcolumn.h"
+#include "tzparser/text/letlist.h"
 
 #include <map>
 #include <set>
@@ -47,4 +47,4 @@ int FindParagraph(const IParagraphScope& paragraphs, int line);
 // paragraph that holds the value, the last value for all lines behind its paragraph's begin as
 // well. A value outside of all paragraphs goes by the bounds of the value before it.
 void AppendOuterValues(const CLetColumn& values, const IParagraphScope& paragraphs,
-                       const std::vector<int>& lines, std::vector<CAppTextLet>& result);
+                       const std::vector<int>& lines, CLetList& result);

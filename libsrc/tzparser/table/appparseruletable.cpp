@@ -29,6 +29,7 @@ bool CAppParseRuleTable::OnCopyTo(CAppParseRule* target) {
         other->m_values = m_values;
         other->m_layout = m_layout;
         other->m_runPlan = m_runPlan;
+        other->m_slotPlan = nullptr;
         if (m_isHeaderHosted) other->LeaveHostedHeaders();
     }
     other->SetRuleModify();
@@ -39,6 +40,7 @@ CAppParseRuleTable::Definition& CAppParseRuleTable::EditDefinition() {
     auto& definition = m_definition.Edit();
     definition.plan.reset();
     m_runPlan.reset();
+    m_slotPlan = nullptr;
     return definition;
 }
 

@@ -266,7 +266,7 @@ private:
     }
 
     std::string KeyOf(const std::string& name) const;
-    void AppendParagraphValues(const std::string& name, std::vector<CAppTextLet>& values) const;
+    void AppendParagraphValues(const std::string& name, CLetList& values) const;
 
     CCopyOnWrite<Definition> m_definition;
     bool m_isHeaderHosted = false;  // a host may hold a reference to the headers
@@ -280,4 +280,5 @@ private:
     int m_lastAwaited = INT_MIN;               // the highest of their lines
     TableLayout m_layout;
     std::shared_ptr<const Plan> m_runPlan;  // when the definition has none
+    const Plan* m_slotPlan = nullptr;       // by whose variables the values know their columns
 };

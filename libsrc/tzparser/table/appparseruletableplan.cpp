@@ -94,6 +94,7 @@ std::shared_ptr<const CAppParseRuleTable::Plan> CAppParseRuleTable::PlanOfRun() 
     if (isOfHeaders) return known;
     if (m_definition->plan) EditDefinition();
     m_runPlan = MakePlan();
+    m_slotPlan = nullptr;
     return m_runPlan;
 }
 

@@ -48,15 +48,14 @@ std::vector<CAppTextLet> CAppParseRuleTable::GetVariableValue(const std::string&
 CLetList CAppParseRuleTable::FindValues(const std::string& name) {
     const auto key = KeyOf(name);
     if (const auto* known = Values().Find(key)) return CLetList(*known);
-    std::vector<CAppTextLet> values;
+    CLetList values;
     AppendParagraphValues(key, values);
-    return CLetList(std::move(values));
+    return values;
 }
 
 // The rows are those of the first variable: all variables have the same lines but where rows went
 // on in the next line.
-void CAppParseRuleTable::AppendParagraphValues(const std::string& name,
-                                               std::vector<CAppTextLet>& values) const {
+void CAppParseRuleTable::AppendParagraphValues(const std::string& name, CLetList& values) const {
     const auto* rule = GetParentRule();
     if (rule != nullptr && rule->GetRuleType() == RuleType_Filter) rule = rule->GetParentRule();
     const auto& columns = Values().All();

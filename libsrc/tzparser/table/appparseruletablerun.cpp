@@ -79,6 +79,8 @@ bool CAppParseRuleTable::Parse(const std::string& text, int startLine, int endLi
     m_endLine = m_layout.endLine;
     if (m_layout.firstRow <= m_lastAwaited) StoreAwaitedRows();
     if (const auto* lines = GetSampleLines()) m_values.ReadFrom(lines->Text());
+    if (m_slotPlan != plan.get()) m_values.ForgetSlots();
+    m_slotPlan = plan.get();
     m_lowestRow = std::min(m_lowestRow, m_layout.firstRow);
     ReadRows(*plan, ignored);
     RemoveEmptyRows();
@@ -254,7 +256,7 @@ public:
         const auto text = cell.text.empty() && variable.follows ? run.previous : cell.text;
         run.previous = text;
         if (run.cells == nullptr) {
-            run.cells = &m_values.Column(variable.name);
+            run.cells = &m_values.ColumnAt(column.variable, variable.name);
             if (run.cells->IsEmpty()) run.cells->Reserve(m_rows);
         }
         const int line = cell.isOfNextLine ? row + 1 : row;

@@ -2,6 +2,7 @@
 
 #include "tzparser/text/letcolumns.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -31,6 +32,11 @@ public:
     // The cells of a variable, none at first; valid until Clear, or until a host takes the variable
     // out.
     CLetColumn& Column(const std::string& name) { return m_columns.Column(name); }
+    // The same by a number that the caller goes by; see CLetColumns::ColumnAt.
+    CLetColumn& ColumnAt(std::size_t slot, const std::string& name) {
+        return m_columns.ColumnAt(slot, name);
+    }
+    void ForgetSlots() { m_columns.ForgetSlots(); }
     // Stores a cell in the place of one that stood there.
     void Store(CLetColumn& column, std::int32_t line, std::int32_t begin, std::string_view text);
     void Store(const std::string& name, std::int32_t line, const CAppTextLet& let);

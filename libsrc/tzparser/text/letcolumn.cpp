@@ -33,13 +33,13 @@ CLetColumn::CLetColumn(const CLetColumn& other) {
     *this = other;
 }
 
-// Settled first: what is shared isn't written.
+// What isn't settled isn't shared, as the next reader of either would write it.
 CLetColumn& CLetColumn::operator=(const CLetColumn& other) {
     if (this == &other) return *this;
     m_map = nullptr;
     if (other.m_map == nullptr) {
-        other.Settled();
         m_body = other.m_body;
+        if (m_body->cells.size() != m_body->settled) m_body.Edit();
         return *this;
     }
     m_body = {};

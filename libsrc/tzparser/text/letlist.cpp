@@ -1,21 +1,55 @@
 #include "tzparser/text/letlist.h"
 
+#include <iterator>
 #include <utility>
 
+CLetList::CLetList(const CLetColumn& column, std::vector<std::uint32_t> picks)
+    : m_picks(std::move(picks)), m_isPicked(true) {
+    if (!m_picks.empty()) m_column = column;
+}
+
+void CLetList::Append(CLetList other) {
+    if (IsEmpty()) {
+        *this = std::move(other);
+        return;
+    }
+    auto& lets = Lets();
+    auto others = other.TakeLets();
+    lets.insert(lets.end(), std::make_move_iterator(others.begin()),
+                std::make_move_iterator(others.end()));
+}
+
+// Behind the column's end for an index behind this list's.
+std::size_t CLetList::IndexOf(std::size_t index) const {
+    if (!m_isPicked) return index;
+    return index < m_picks.size() ? m_picks[index] : m_column.Count();
+}
+
 std::string_view CLetList::Text(std::size_t index) const {
-    if (m_lets.empty()) return m_column.TextAtIndex(index);
+    if (m_lets.empty()) return m_column.TextAtIndex(IndexOf(index));
     return index < m_lets.size() ? std::string_view(m_lets[index].text) : std::string_view();
 }
 
 CAppTextLet CLetList::Copy(std::size_t index) const {
-    if (m_lets.empty()) return m_column.AtIndex(index);
+    if (m_lets.empty()) return m_column.AtIndex(IndexOf(index));
     return index < m_lets.size() ? m_lets[index] : CAppTextLet();
 }
 
 void CLetList::MakeLets() const {
     if (m_column.IsEmpty()) return;
-    m_lets = m_column.Lets();
+    if (m_isPicked) {
+        m_lets.reserve(m_picks.size());
+        for (const auto index : m_picks) m_lets.push_back(m_column.AtIndex(index));
+    } else {
+        m_lets = m_column.Lets();
+    }
+    LeaveColumn();
+}
+
+void CLetList::LeaveColumn() const {
     m_column = {};
+    m_picks = {};
+    m_isPicked = false;
 }
 
 CLetList::Values& CLetList::Lets() {
@@ -35,9 +69,11 @@ CLetList::Values CLetList::TakeLets() {
 
 void CLetList::Clear() {
     m_lets.clear();
-    m_column = {};
+    LeaveColumn();
 }
 
 std::size_t CLetList::Bytes() const {
-    return m_column.Count() * sizeof(std::int64_t) * 2 + m_column.TextBytes();
+    constexpr std::size_t cell = 16;
+    return m_picks.size() * sizeof(m_picks.front()) + m_column.Count() * cell +
+           m_column.TextBytes();
 }

@@ -3,11 +3,12 @@
 #include "tzparser/text/letcolumn.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
 // CLetList is the values that a rule gives for a name: lets, or a column of which nobody has asked
-// for the lets yet.
+// for the lets yet, or values of a column picked by their indexes.
 //
 //     CLetList list(rule.Values().Column("$port"));     // shares the column's values
 //     list.Text(0);                                     // "Gi0/1"; no let is made
@@ -26,7 +27,16 @@ public:
     // A column that works on a host's map gives copies of its values.
     explicit CLetList(const CLetColumn& column) : m_column(column) {}
 
-    std::size_t Count() const { return m_lets.empty() ? m_column.Count() : m_lets.size(); }
+    // The column's values at these indexes, which may come more than once.
+    CLetList(const CLetColumn& column, std::vector<std::uint32_t> picks);
+
+    // Puts the values of another list behind those here.
+    void Append(CLetList other);
+
+    std::size_t Count() const {
+        if (!m_lets.empty()) return m_lets.size();
+        return m_isPicked ? m_picks.size() : m_column.Count();
+    }
     bool IsEmpty() const { return Count() == 0; }
     // The text of a value, empty when there is none; a copy of the value, a let of zeros when there
     // is none.
@@ -46,9 +56,13 @@ public:
     void LeaveSourceText() { m_column.LeaveSourceText(); }
 
 private:
+    std::size_t IndexOf(std::size_t index) const;
     void MakeLets() const;
+    void LeaveColumn() const;
 
-    // One of both is empty.
+    // Lets or a column, the other is empty.
     mutable Values m_lets;
     mutable CLetColumn m_column;
+    mutable std::vector<std::uint32_t> m_picks;  // in the column, when not all of it is meant
+    mutable bool m_isPicked = false;
 };

@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include <boost/container/small_vector.hpp>
+
 namespace {
 
 // A name without its leading dollar signs; a name of dollar signs only stays.
@@ -25,7 +27,8 @@ AppDataType_e CAppVariableValue::GetDataType() const {
 }
 
 std::string CAppVariableValue::GetVariableFullName() const {
-    std::vector<std::string_view> parts;
+    constexpr std::size_t usualDepth = 4;
+    boost::container::small_vector<std::string_view, usualDepth> parts;
     std::size_t length = 0;
     for (const auto* node = this; node != nullptr; node = node->m_parentValue) {
         if (node->GetDataType() == AppDataType_Parsing) continue;
@@ -100,19 +103,21 @@ const CAppVariableValue* CAppVariableValue::GetRoot() const {
 
 CAppVariableValue* CAppVariableValue::GetValueByDef(const CAppVariableDef* def) const {
     const auto* root = GetRoot();
-    if (root->m_valueByDef.empty()) {
+    if (!root->m_valueByDef) {
+        auto nodes = std::make_unique<NodeByDef>();
         std::vector<const CAppVariableValue*> pending{root};
         while (!pending.empty()) {
             const auto* node = pending.back();
             pending.pop_back();
             for (const auto& child : node->m_childValues) {
-                root->m_valueByDef.emplace(child->m_varDef, child.get());
+                nodes->emplace(child->m_varDef, child.get());
                 pending.push_back(child.get());
             }
         }
+        root->m_valueByDef = std::move(nodes);
     }
-    const auto at = root->m_valueByDef.find(def);
-    return at != root->m_valueByDef.end() ? at->second : nullptr;
+    const auto at = root->m_valueByDef->find(def);
+    return at != root->m_valueByDef->end() ? at->second : nullptr;
 }
 
 std::map<std::string, CAppVariableValue*> CAppVariableValue::GetTableChildValues() const {

@@ -191,5 +191,6 @@ private:
     CLetList m_values;
     int m_rowCountLimitForHash = ChildRowCountLimitForHash;
     // At a root only, made by the first look-up.
-    mutable std::unordered_map<const CAppVariableDef*, CAppVariableValue*> m_valueByDef;
+    using NodeByDef = std::unordered_map<const CAppVariableDef*, CAppVariableValue*>;
+    mutable std::unique_ptr<NodeByDef> m_valueByDef;
 };

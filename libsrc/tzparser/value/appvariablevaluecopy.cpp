@@ -59,7 +59,7 @@ void CAppVariableValue::MakeDefinitionWritable() {
     std::unique_ptr<CAppVariableDef> own(root->m_sharedDef->Copy(true));
     const auto pairs = PairWithCopy(*root->m_sharedDef, *own);
     root->m_ownDef = std::move(own);
-    root->m_valueByDef.clear();
+    root->m_valueByDef.reset();
     std::vector<CAppVariableValue*> pending{root};
     while (!pending.empty()) {
         auto* node = pending.back();

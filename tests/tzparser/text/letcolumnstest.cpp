@@ -1,7 +1,10 @@
 #include "tzparser/text/letcolumns.h"
+#include "tzparser/text/letlist.h"
 
 #include "support/letdump.h"
 
+#include <algorithm>
+#include <memory>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -143,6 +146,43 @@ TEST(LetColumns, ASlotStandsForItsNameUntilForgotten) {
     columns.ForgetSlots();
     const auto* other = &columns.ColumnAt(1, "$c");
     EXPECT_EQ(other, columns.Find("$c"));
+}
+
+// The same values as lets, as a column and picked from one.
+TEST(LetList, GivesTheSameInEachOfItsForms) {
+    CLetColumn column;
+    const auto text = std::make_shared<const std::string>("one two");
+    column.ReadFrom(text);
+    column.Set(1, 0, std::string_view(*text).substr(0, 3));
+    column.Set(2, 4, std::string_view(*text).substr(4));
+    const auto lets = column.Lets();
+    const std::string wanted = DumpLet(lets[0]) + "; " + DumpLet(lets[1]) + "; " + DumpLet(lets[1]);
+    CLetList both{column};
+    both.Append(CLetList(column, {1}));
+    struct Row {
+        const char* name;
+        CLetList list;
+    };
+    Row rows[] = {{"lets", CLetList({lets[0], lets[1], lets[1]})},
+                  {"picked", CLetList(column, {0, 1, 1})},
+                  {"column and picked", std::move(both)}};
+    for (auto& [name, list] : rows) {
+        SCOPED_TRACE(name);
+        ASSERT_EQ(list.Count(), 3U);
+        for (std::size_t i = 0; i < 5; ++i)
+            EXPECT_EQ(list.Text(i), i < 3 ? lets[std::min<std::size_t>(i, 1)].text : "");
+        EXPECT_EQ(DumpLet(list.Copy(2)), DumpLet(lets[1]));
+        EXPECT_EQ(DumpLet(list.Copy(3)), DumpLet(CAppTextLet()));
+        list.LeaveSourceText();
+        EXPECT_EQ(list.SourceText(), nullptr);
+        auto copy = list;
+        copy.Lets().pop_back();
+        EXPECT_EQ(DumpLets(list.TakeLets()), wanted);
+        EXPECT_TRUE(list.IsEmpty());
+        EXPECT_EQ(copy.Count(), 2U);
+    }
+    EXPECT_TRUE(CLetList(column, {}).IsEmpty());
+    EXPECT_EQ(column.SourceText(), text.get()) << "copies that left the text";
 }
 
 TEST(LetColumns, AMarkedLetStaysMarked) {

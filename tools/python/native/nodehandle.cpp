@@ -55,7 +55,7 @@ PyObject* MakeText(const CAppTextLet* let) {
 
 std::size_t RowCount(const std::vector<CAppVariableValue*>& columns) {
     std::size_t rows = 0;
-    for (const auto* column : columns) rows = std::max(rows, column->GetValues().size());
+    for (const auto* column : columns) rows = std::max(rows, column->GetLetCount());
     return rows;
 }
 
@@ -118,7 +118,7 @@ std::string CNodeHandle::Type() const {
 
 std::size_t CNodeHandle::Count() const {
     if (m_node->GetDataType() == AppDataType_Table) return RowCount(m_node->GetChildValues());
-    return m_node->GetValues().size();
+    return m_node->GetLetCount();
 }
 
 py::list CNodeHandle::Children() const {

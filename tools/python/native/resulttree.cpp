@@ -157,8 +157,9 @@ std::string CResultTree::SaveValues() const {
     CBytesWriter out;
     out.m_bytes = Mark;
     WalkNodes(*m_root, [&out](const CAppVariableValue& node) {
-        out.Number(static_cast<std::int64_t>(node.GetValues().size()));
-        for (const auto& let : node.GetValues()) out.Let(let);
+        const auto count = node.GetLetCount();
+        out.Number(static_cast<std::int64_t>(count));
+        for (std::size_t i = 0; i < count; ++i) out.Let(node.CopyLet(i));
     });
     out.Number(static_cast<std::int64_t>(m_builtIns.size()));
     for (const auto& [name, text] : m_builtIns) {
