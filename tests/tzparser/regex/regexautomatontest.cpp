@@ -2,6 +2,8 @@
 #include "tzparser/regex/regexautomaton.h"
 #include "tzparser/text/appregexbuild.h"
 
+#include "support/badpatterns.h"
+
 #include <random>
 #include <string>
 
@@ -10,70 +12,16 @@
 
 namespace {
 
-// Expressions that can fit a text in very many ways, with a text of `unit` over and over and `tail`
-// behind. The plain matcher gives up on most of them. None may need it where there is no match.
-struct HostileRow {
-    const char* expression;
-    const char* unit;
-    const char* tail;
-    bool isMatch;
-};
-
-const HostileRow HostileRows[] = {
-    {"^(?:(?:\\S+\\s*)+)+(_)$", "ab ", "!", false},
-    {"^(a+)+$", "a", "!", false},
-    {"^(a|a)*$", "a", "!", false},
-    {"^(a|aa)+$", "a", "!", false},
-    {"(a*)*b", "a", "", false},
-    {"^(\\w+\\s?)*$", "abc ", "!", false},
-    {"(x+x+)+y", "x", "", false},
-    {"^(([a-z])+.)+[A-Z]([a-z])+$", "a", "1", false},
-    {"(.*)*x", "ab", "", false},
-    {"(.*a){12}b", "a", "", false},
-    {".*.*.*.*=.*", "ab", "", false},
-    {"(?:.*,){11}P", "1,", "", false},
-    {"^(.*?,){11}P", "1,", "", false},
-    {"^([a-z0-9])(([\\-.]|[_]+)?([a-z0-9]+))*(@){1}[a-z0-9]+[.]{1}(([a-z]{2,3})|([a-z]{2,3}[.]))$",
-     "a", "!", false},
-    {"\\s+$", " ", "x", false},
-    {"(\\s+)\\1x", " ", "", false},
-    {"(a?){30}a{30}b", "a", "", false},
-    {"(?:a|b|ab)*c", "ab", "", false},
-    {"(\\d+)+(\\w+)+#", "1", "", false},
-    {"^(?:[^,]*,?)*;$", "a,", "", false},
-    {"(?=(a+))a*b\\1", "a", "", false},
-    {"((a*)+)+c", "a", "", false},
-    {"(\\w+\\s)+\\w+:", "w ", "", false},
-    {"^(?:(?:25|2|5)+)+$", "25", "x", false},
-    {"(?:\\S+\\s+)*\\S+\\s+end", "w ", "", false},
-    {"([ab]*)*([bc]*)*d", "abc", "", false},
-    {"(.+)+\\1z", "ab", "", false},
-    {"(a|b)*a(a|b){14}c", "ab", "", false},
-    {"(.*a){12}", "a", "", true},
-    {"(a?){30}a{30}", "a", "", true},
-    {"^(a+)+", "a", "", true},
-    {"(a|aa)+$", "a", "", true},
-    {"(.*)(.*)(.*)(.*)(.*)[0-9]", "ab", "1", true},
-    {"(?:a+)+b", "a", "b", true},
-    {"^(?:\\S+\\s*)+z$", "ab ", "z", true},
-};
-
-std::string TextOf(const HostileRow& row, std::size_t size) {
-    std::string text;
-    while (text.size() < size) text += row.unit;
-    return text + row.tail;
-}
-
-TEST(RegexAutomaton, HostileExpressionsAreDecided) {
-    for (const auto& row : HostileRows) {
+TEST(RegexAutomaton, BadPatternsAreDecided) {
+    for (const auto& row : BadPatterns()) {
         SCOPED_TRACE(row.expression);
         const CAppRegex regex(row.expression, CAppRegex::RuleFlags);
         ASSERT_TRUE(regex.IsValid());
         CAppRegexMatch match;
-        EXPECT_EQ(regex.Search(TextOf(row, 1000), match),
+        EXPECT_EQ(regex.Search(BadText(row, 1000), match),
                   row.isMatch ? AppRegexSearch_Match : AppRegexSearch_NoMatch);
         if (!row.isMatch) {
-            EXPECT_EQ(regex.Search(TextOf(row, 1000000), match), AppRegexSearch_NoMatch);
+            EXPECT_EQ(regex.Search(BadText(row, 1000000), match), AppRegexSearch_NoMatch);
         }
     }
 }
