@@ -7,6 +7,9 @@
 // every class of bytes. The others find the next state among their children or go on with their
 // failure; a text can't take more such steps down than it took up. So the memory is in proportion
 // to the strings.
+//
+// A step has to wait for the one before it, so the processor would idle most of the time. A text of
+// some length is therefore read at several places in turn, each with a state of its own.
 #include "tzparser/identify/stringfinder.h"
 
 #include <algorithm>
@@ -17,6 +20,8 @@ namespace {
 constexpr std::uint32_t Marked = 0x80000000U;
 constexpr std::uint32_t NoString = 0xFFFFFFFFU;
 constexpr std::uint32_t MaxRowCells = 1U << 20;
+// Parts of so few bytes aren't worth the bytes that are read twice.
+constexpr std::size_t ShortPart = 128;
 
 std::uint8_t ByteAt(std::string_view text, std::size_t at) {
     return static_cast<std::uint8_t>(text[at]);
@@ -29,8 +34,16 @@ struct CStringFinder::Pass {
     std::size_t left;
 };
 
+// One of the places that a text is read at.
+struct CStringFinder::Lane {
+    const char* at = nullptr;
+    const char* end = nullptr;
+    State state = 0;
+};
+
 CStringFinder::CStringFinder(const std::vector<std::string_view>& strings)
     : m_count(strings.size()) {
+    for (const auto string : strings) m_longest = std::max(m_longest, string.size());
     NumberClasses(strings);
     MakeStates(strings);
     LinkFailures();
@@ -132,15 +145,38 @@ void CStringFinder::Report(State state, Pass& pass) const {
     }
 }
 
+void CStringFinder::Advance(Lane& lane, Pass& pass) const {
+    lane.state = Step(lane.state, m_classOf[static_cast<std::uint8_t>(*lane.at++)]);
+    if ((lane.state & Marked) == 0) return;
+    lane.state &= ~Marked;
+    Report(lane.state, pass);
+}
+
+// A lane begins so far before its part that it has seen all of a string that ends there.
+CStringFinder::LaneList CStringFinder::Divide(std::string_view text) const {
+    LaneList lanes;
+    const auto part = text.size() / lanes.size();
+    const auto before = m_longest - 1;
+    auto end = text.size();
+    for (std::size_t i = lanes.size() - 1; i > 0; --i) {
+        const auto begin = part * i;
+        lanes[i] = {text.data() + (begin - before), text.data() + end, 0};
+        end = begin;
+    }
+    lanes[0] = {text.data(), text.data() + end, 0};
+    return lanes;
+}
+
 CStringFinder::Found CStringFinder::Find(std::string_view text) const {
     Pass pass{Found(m_count), m_count};
-    State state = 0;
-    for (const char c : text) {
-        state = Step(state, m_classOf[static_cast<std::uint8_t>(c)]);
-        if ((state & Marked) == 0) continue;
-        state &= ~Marked;
-        Report(state, pass);
-        if (pass.left == 0) break;
+    LaneList lanes{{{text.data(), text.data() + text.size(), 0}}};
+    if (text.size() / lanes.size() > std::max(ShortPart, 2 * m_longest)) {
+        lanes = Divide(text);
+        // The first lane is the shortest: it has nothing before its part.
+        while (lanes[0].at != lanes[0].end && pass.left != 0)
+            for (auto& lane : lanes) Advance(lane, pass);
     }
+    for (auto& lane : lanes)
+        while (lane.at != lane.end && pass.left != 0) Advance(lane, pass);
     return std::move(pass.found);
 }

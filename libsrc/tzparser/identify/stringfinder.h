@@ -40,6 +40,8 @@ public:
 private:
     using State = std::uint32_t;
     struct Pass;
+    struct Lane;
+    using LaneList = std::array<Lane, 4>;
 
     void NumberClasses(const std::vector<std::string_view>& strings);
     void MakeStates(const std::vector<std::string_view>& strings);
@@ -48,8 +50,11 @@ private:
     State Child(State state, std::uint16_t byteClass) const;
     State Step(State state, std::uint16_t byteClass) const;
     void Report(State state, Pass& pass) const;
+    void Advance(Lane& lane, Pass& pass) const;
+    LaneList Divide(std::string_view text) const;
 
     std::size_t m_count;
+    std::size_t m_longest = 1;
     std::array<std::uint16_t, 256> m_classOf{};  // 0: a byte that no string holds
     std::uint32_t m_classShift = 0;
     // By state, states standing in the order of their depth and children of one beside each other.

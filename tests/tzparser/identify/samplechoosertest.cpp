@@ -94,6 +94,21 @@ TEST(StringFinder, FindsWhatThePlainSearchFindsAmongVeryLongStrings) {
     }
 }
 
+// A text that is read at several places in turn: a string may stand across any two parts of it.
+TEST(StringFinder, FindsAStringWhereverItStands) {
+    const std::string blank(1201, '.');
+    for (const std::string_view string : {"a", "abc", "abcdefghijklmnop"}) {
+        const CStringFinder finder({string, "none"});
+        for (std::size_t at = 0; at + string.size() <= blank.size(); ++at) {
+            auto text = blank;
+            text.replace(at, string.size(), string);
+            ASSERT_TRUE(finder.Find(text).Has(0)) << string << " at " << at;
+            text.erase(at + string.size() - 1, 1);
+            ASSERT_FALSE(finder.Find(text).Has(0)) << string << " cut at " << at;
+        }
+    }
+}
+
 // Strings that all end at every byte of a text must not be counted again at each.
 TEST(StringFinder, TimeDoesNotGrowWithTheStrings) {
     std::vector<std::string> made;
