@@ -17,9 +17,13 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+bool IsWhiteSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
 std::string_view WithoutWhiteSpace(std::string_view text) {
-    const auto begin = text.find_first_not_of(" \t\n\v\f\r");
-    return begin == std::string_view::npos ? std::string_view() : text.substr(begin);
+    while (!text.empty() && IsWhiteSpace(text.front())) text.remove_prefix(1);
+    return text;
 }
 
 // The library's own conversion, for everything that isn't a plain decimal number.

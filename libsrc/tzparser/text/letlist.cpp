@@ -25,11 +25,6 @@ std::size_t CLetList::IndexOf(std::size_t index) const {
     return index < m_picks.size() ? m_picks[index] : m_column.Count();
 }
 
-std::string_view CLetList::Text(std::size_t index) const {
-    if (m_lets.empty()) return m_column.TextAtIndex(IndexOf(index));
-    return index < m_lets.size() ? std::string_view(m_lets[index].text) : std::string_view();
-}
-
 CAppTextLet CLetList::Copy(std::size_t index) const {
     if (m_lets.empty()) return m_column.AtIndex(IndexOf(index));
     return index < m_lets.size() ? m_lets[index] : CAppTextLet();

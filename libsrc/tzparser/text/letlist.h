@@ -40,7 +40,10 @@ public:
     bool IsEmpty() const { return Count() == 0; }
     // The text of a value, empty when there is none; a copy of the value, a let of zeros when there
     // is none.
-    std::string_view Text(std::size_t index) const;
+    std::string_view Text(std::size_t index) const {
+        if (index < m_lets.size()) return m_lets[index].text;
+        return m_lets.empty() ? m_column.TextAtIndex(IndexOf(index)) : std::string_view();
+    }
     CAppTextLet Copy(std::size_t index) const;
 
     Values& Lets();

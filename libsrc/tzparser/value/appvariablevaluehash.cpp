@@ -20,14 +20,14 @@ std::string WithoutAnyDollar(std::string name) {
 class CHashCells {
 public:
     CHashCells(const std::vector<CAppVariableValue*>& children, const std::set<std::string>& names)
-        : m_children(Chosen(children, names)) {}
+        : m_columns(Chosen(children, names)) {}
 
-    bool IsEmpty() const { return m_children.empty(); }
+    bool IsEmpty() const { return m_columns.empty(); }
 
     // Orders two rows by their texts up to a NUL.
     bool IsBefore(int row, int other) const {
-        for (auto* child : m_children) {
-            const int order = ZeroTerminated(*child, row).compare(ZeroTerminated(*child, other));
+        for (const auto& column : m_columns) {
+            const int order = ZeroTerminated(column, row).compare(ZeroTerminated(column, other));
             if (order != 0) return order < 0;
         }
         return false;
@@ -35,30 +35,40 @@ public:
 
     // The row as the digest takes it. The comma behind each cell keeps the borders of cells.
     void AppendRow(int row, std::string& bytes) const {
-        for (auto* child : m_children) {
-            if (const auto cell = child->GetVariableText(row)) bytes += *cell;
+        for (const auto& column : m_columns) {
+            bytes += Text(column, row);
             bytes += ',';
         }
         bytes += '\n';
     }
 
 private:
-    static std::vector<CAppVariableValue*> Chosen(const std::vector<CAppVariableValue*>& children,
-                                                  const std::set<std::string>& names) {
+    struct Column {
+        const CAppVariableValue* values;
+        bool isArray;  // else its one value stands in each row
+    };
+
+    static std::vector<Column> Chosen(const std::vector<CAppVariableValue*>& children,
+                                      const std::set<std::string>& names) {
         std::set<std::string> plainNames;
         for (const auto& name : names) plainNames.insert(WithoutAnyDollar(name));
-        std::vector<CAppVariableValue*> chosen;
-        for (auto* child : children)
-            if (plainNames.count(WithoutAnyDollar(child->GetName())) != 0) chosen.push_back(child);
+        std::vector<Column> chosen;
+        for (const auto* child : children)
+            if (plainNames.count(WithoutAnyDollar(child->GetName())) != 0)
+                chosen.push_back({child, child->GetDataType() == AppDataType_Array});
         return chosen;
     }
 
-    static std::string_view ZeroTerminated(const CAppVariableValue& child, int row) {
-        const auto text = child.GetVariableText(row).value_or(std::string_view());
+    static std::string_view Text(const Column& column, int row) {
+        return column.values->GetText(column.isArray ? static_cast<std::size_t>(row) : 0);
+    }
+
+    static std::string_view ZeroTerminated(const Column& column, int row) {
+        const auto text = Text(column, row);
         return text.substr(0, text.find('\0'));
     }
 
-    std::vector<CAppVariableValue*> m_children;  // in the table's order, not in that of the names
+    std::vector<Column> m_columns;  // in the table's order, not in that of the names
 };
 
 std::string Digest(const CHashCells& cells, const std::vector<int>& rows) {
