@@ -6,8 +6,6 @@
 // the pair can't be anything else.
 #include "tzparser/rule/appsamplelines.h"
 
-#include "host/text/linescan.h"
-
 #include <algorithm>
 #include <limits>
 
@@ -47,17 +45,6 @@ bool CAppSampleLines::Assign(std::string_view text) {
         m_begins.push_back(static_cast<std::uint32_t>(offset));
     }
     return true;
-}
-
-std::string_view CAppSampleLines::View(int line) const noexcept {
-    if (line < 0 || line >= Count()) return {};
-    const auto index = static_cast<std::size_t>(line);
-    const std::size_t begin = m_begins[index];
-    const std::string_view text = *m_text;
-    if (index + 1 == m_begins.size()) return text.substr(begin);
-    const std::size_t next = m_begins[index + 1];
-    const bool pair = next - begin >= 2 && CLineScan::IsPair(text[next - 2], text[next - 1]);
-    return {text.data() + begin, next - begin - (pair ? 2 : 1)};
 }
 
 const std::string& CAppSampleLines::String(int line) const {

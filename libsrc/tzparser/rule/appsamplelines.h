@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/runtime/tzexport.h"
+#include "host/text/linescan.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -37,7 +38,16 @@ public:
     // The number of lines; 0 only before the first Assign.
     int Count() const noexcept { return static_cast<int>(m_begins.size()); }
     // A line without its line end; empty for a number that isn't a line.
-    std::string_view View(int line) const noexcept;
+    std::string_view View(int line) const noexcept {
+        if (line < 0 || line >= Count()) return {};
+        const auto index = static_cast<std::size_t>(line);
+        const std::size_t begin = m_begins[index];
+        const char* text = m_text->data();
+        if (index + 1 == m_begins.size()) return {text + begin, m_text->size() - begin};
+        const std::size_t next = m_begins[index + 1];
+        const bool pair = next - begin >= 2 && CLineScan::IsPair(text[next - 2], text[next - 1]);
+        return {text + begin, next - begin - (pair ? 2 : 1)};
+    }
     // The same as a string, which is made when it is first asked for and kept until the next
     // Assign.
     const std::string& String(int line) const;
