@@ -180,10 +180,10 @@ private:
 
     // One KVP made ready to be run.
     struct PlanItem {
-        std::shared_ptr<const CAppRegex> regex;  // null: it doesn't compile
-        std::string brokenRegex;                 // its text then
-        std::vector<std::size_t> slots;          // of each name, in Plan::variables
-        std::vector<char> isDummy;               // of each capture group; empty when none is one
+        std::shared_ptr<const CAppRegex> regex;          // null: it doesn't compile
+        std::unique_ptr<const std::string> brokenRegex;  // its text then
+        std::vector<std::size_t> slots;                  // of each name, in Plan::variables
+        std::vector<char> isDummy;  // of each capture group; empty when none is one
         bool isMultiLine = false;
     };
     struct Plan {

@@ -93,6 +93,7 @@ const CAppParseRuleKeyWord::Plan* CAppParseRuleKeyWord::FindPlan() const {
 void CAppParseRuleKeyWord::PreparePlan() {
     auto plan = MakePlan();
     auto& definition = EditDefinition();
+    definition.kvps.shrink_to_fit();
     std::map<std::string_view, const PlanItem*> items;
     for (const auto& item : plan->items)
         if (item.regex) items.emplace(item.regex->GetText(), &item);
@@ -101,7 +102,7 @@ void CAppParseRuleKeyWord::PreparePlan() {
         const auto item = items.find(kvp.regexText);
         if (kvp.regex || item == items.end()) continue;
         kvp.regex = item->second->regex;
-        kvp.regexText = std::string();
+        std::string().swap(kvp.regexText);
     }
     definition.plan = std::move(plan);
 }
@@ -128,7 +129,7 @@ CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
     const auto& known = *FindResolved(kvp);
     PlanItem item;
     item.regex = GetCachedRegex(known.RegexText(), CAppRegex::RuleFlags);
-    if (!item.regex) item.brokenRegex = known.RegexText();
+    if (!item.regex) item.brokenRegex = std::make_unique<const std::string>(known.RegexText());
     item.isMultiLine = known.isMultiLine;
     item.isDummy = item.isMultiLine ? DummiesOfRegex(known.RegexText()) : MarkDummies(known);
     item.slots.reserve(known.names.size());

@@ -65,7 +65,7 @@ std::vector<char> CAppParseRuleKeyWord::DummiesOfRegex(const std::string& regexT
 
 void CAppParseRuleKeyWord::RunMultiLine(Run& run, const PlanItem& item, CAppRegexMatch& match) {
     if (!item.regex) {
-        DiagnosticOutput("Invalid regex expression:" + item.brokenRegex + "\n");
+        DiagnosticOutput("Invalid regex expression:" + *item.brokenRegex + "\n");
         return;
     }
     for (auto& hit :

@@ -317,6 +317,7 @@ private:
         bool operator()(std::string_view a, const Regex& b) const { return a < b->GetText(); }
     };
     using RegexSet = std::set<std::shared_ptr<const CAppRegex>, ByText>;
+    using RegexList = std::vector<std::shared_ptr<const CAppRegex>>;  // in the order of the texts
     struct Definition {
         NIGroupInfo niStart;
         NIGroupInfo niEnd;
@@ -356,7 +357,7 @@ private:
     bool m_saveExBuiltInInfo = false;
 
     // Compiled expressions: those that came with the definition, and those of this rule alone.
-    std::shared_ptr<const RegexSet> m_sharedRegex;
+    std::shared_ptr<const RegexList> m_sharedRegex;
     RegexSet m_cachedRegex;
 
     // What the last parse made.

@@ -51,8 +51,10 @@ std::shared_ptr<const CAppRegex> CAppParseRule::FindCachedRegex(const std::strin
     const auto own = m_cachedRegex.find(pattern);
     if (own != m_cachedRegex.end()) return *own;
     if (!m_sharedRegex) return nullptr;
-    const auto shared = m_sharedRegex->find(pattern);
-    return shared != m_sharedRegex->end() ? *shared : nullptr;
+    const auto shared =
+        std::lower_bound(m_sharedRegex->begin(), m_sharedRegex->end(), pattern, ByText());
+    const bool isKnown = shared != m_sharedRegex->end() && (*shared)->GetText() == pattern;
+    return isKnown ? *shared : nullptr;
 }
 
 std::shared_ptr<const CAppRegex> CAppParseRule::GetCachedRegex(const std::string& pattern,
@@ -76,6 +78,6 @@ void CAppParseRule::SetCachedRegex(std::shared_ptr<const CAppRegex> regex) {
 void CAppParseRule::ShareCachedRegex() {
     if (m_cachedRegex.empty()) return;
     if (m_sharedRegex) m_cachedRegex.insert(m_sharedRegex->begin(), m_sharedRegex->end());
-    m_sharedRegex = std::make_shared<const RegexSet>(std::move(m_cachedRegex));
+    m_sharedRegex = std::make_shared<const RegexList>(m_cachedRegex.begin(), m_cachedRegex.end());
     m_cachedRegex.clear();
 }

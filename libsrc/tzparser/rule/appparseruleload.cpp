@@ -22,7 +22,8 @@ int LeadingNumber(const std::string& text) {
 
 // Children are complete before the rule's own keys are read.
 bool CAppParseRule::Load(const hxJson::Value& node) {
-    m_definition.Edit().ruleGuid = node[RuleKey::Xxid].asString();
+    const auto& guid = node[RuleKey::Xxid].asString();
+    if (guid != m_definition->ruleGuid) m_definition.Edit().ruleGuid = guid;
     FillChildNode(node[RuleKey::Child]);
     LoadBounds(node);
     const auto& operations = node[RuleKey::Operations];
