@@ -1,9 +1,9 @@
 #pragma once
 
+#include "host/diff/textslots.h"
 #include "host/runtime/tzexport.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -35,19 +35,13 @@ public:
     CommonLines Compare(std::string_view second) const;
 
 private:
-    struct Slot {
-        std::uint32_t hash;
-        int number;
-    };
-
     int Add(std::string_view line);
     int Find(std::string_view line) const;
     std::vector<int> NumbersOf(std::string_view second) const;
-    std::size_t SlotOf(std::string_view line, std::uint32_t hash) const;
-    void Grow();
+    std::string_view TextOf(int number) const;
 
     std::vector<std::string_view> m_lines;
     std::vector<int> m_numbers;  // of the lines
     std::vector<int> m_places;   // of each number the first line
-    std::vector<Slot> m_slots;   // by hash; a power of two, at most half of them taken
+    CTextSlots m_slots;
 };

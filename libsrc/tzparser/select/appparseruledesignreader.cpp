@@ -112,12 +112,12 @@ std::vector<SelectedLine> CAppParseRuleDesignReader::FindLines(const CAppLineSta
 }
 
 void CAppParseRuleDesignReader::KeepLines(int startLine, int endLine) {
-    std::vector<int> kept;
+    std::vector<bool> isKept(static_cast<std::size_t>(endLine - startLine));
     for (const auto& selected : FindLines(m_lineStatus, startLine, endLine))
-        if (selected.line >= 0) kept.push_back(selected.line);
-    std::sort(kept.begin(), kept.end());
+        if (selected.line >= 0) isKept[static_cast<std::size_t>(selected.line - startLine)] = true;
     int closeFrom = startLine;
-    for (const int line : kept) {
+    for (int line = startLine; line < endLine; ++line) {
+        if (!isKept[static_cast<std::size_t>(line - startLine)]) continue;
         m_lineStatus.Close(closeFrom, line);
         closeFrom = line + 1;
     }

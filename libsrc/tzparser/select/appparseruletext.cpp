@@ -1,9 +1,10 @@
 // The search goes forward through the lines once: a line that was found or passed over for a found
 // one is never looked at again. A record that isn't there would cost a look at all lines behind the
-// last one found, so from the first such record on it is known of each text where it stands last,
-// and only those that are still to come are searched.
+// last one found, so from the first such record on it is known of each of the others where its text
+// stands last, and only those that are still to come are searched.
 #include "tzparser/select/appparseruletext.h"
 
+#include "host/diff/textslots.h"
 #include "tzparser/rule/appsamplelines.h"
 #include "tzparser/rule/rulekeys.h"
 #include "tzparser/select/textkeys.h"
@@ -12,51 +13,66 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_map>
 
 namespace {
 
-// Finds one text behind the other in a range of lines.
+// Finds one record behind the other in a range of lines.
 class CTextSearch {
 public:
-    CTextSearch(const CAppSampleLines& lines, int begin, int end)
-        : m_lines(lines), m_cursor(begin), m_end(end) {}
+    CTextSearch(const CAppSampleLines& lines, int begin, int end,
+                const std::vector<TextRecord>& records)
+        : m_lines(lines), m_records(records), m_cursor(begin), m_end(end) {}
 
-    // The first line behind the last one found that is equal to the next of the records; -1 when
-    // there is none. Records are given in order, each once.
-    int Find(const std::vector<TextRecord>& records, std::size_t next) {
-        const std::string_view text = records[next].m_text;
-        if (m_isIndexed && !IsStillToCome(text)) return -1;
+    // The first line behind the last one found that is equal to a record; -1 when there is none.
+    // Records are asked for in order, each once.
+    int Find(std::size_t record) {
+        if (!IsStillToCome(record)) return -1;
+        const std::string_view text = TextOf(record);
         for (int line = m_cursor; line < m_end; ++line)
             if (m_lines.View(line) == text) {
                 m_cursor = line + 1;
                 return line;
             }
-        IndexLast(records, next + 1);
+        IndexLast(record + 1);
         return -1;
     }
 
 private:
-    bool IsStillToCome(std::string_view text) const {
-        const auto last = m_last.find(text);
-        return last != m_last.end() && last->second >= m_cursor;
+    std::string_view TextOf(std::size_t record) const { return m_records[record].m_text; }
+
+    // True as long as it isn't known.
+    bool IsStillToCome(std::size_t record) const {
+        if (m_last.empty()) return true;
+        const auto leader = static_cast<std::size_t>(m_leaders[record - m_indexed]);
+        return m_last[leader] >= m_cursor;
     }
 
-    void IndexLast(const std::vector<TextRecord>& records, std::size_t next) {
-        m_isIndexed = true;
-        for (std::size_t i = next; i < records.size(); ++i) m_last.emplace(records[i].m_text, -1);
-        if (m_last.empty()) return;
+    // Of the records from one on.
+    void IndexLast(std::size_t indexed) {
+        if (indexed == m_records.size()) return;
+        m_indexed = indexed;
+        const auto count = m_records.size() - indexed;
+        const auto textOf = [&](int number) {
+            return TextOf(m_indexed + static_cast<std::size_t>(number));
+        };
+        CTextSlots numbers(count);
+        m_leaders.reserve(count);
+        for (std::size_t i = 0; i < count; ++i)
+            m_leaders.push_back(numbers.Add(TextOf(indexed + i), static_cast<int>(i), textOf));
+        m_last.assign(count, -1);
         for (int line = m_cursor; line < m_end; ++line) {
-            const auto last = m_last.find(m_lines.View(line));
-            if (last != m_last.end()) last->second = line;
+            const int number = numbers.Find(m_lines.View(line), textOf);
+            if (number >= 0) m_last[static_cast<std::size_t>(number)] = line;
         }
     }
 
     const CAppSampleLines& m_lines;
+    const std::vector<TextRecord>& m_records;
     int m_cursor;
     int m_end;
-    bool m_isIndexed = false;
-    std::unordered_map<std::string_view, int> m_last;
+    std::size_t m_indexed = 0;   // the first record that the lists below know, which count from it
+    std::vector<int> m_leaders;  // of each record the first with its text
+    std::vector<int> m_last;     // of those, where the text stands last; -1: nowhere
 };
 
 }  // namespace
@@ -110,9 +126,9 @@ bool CAppParseRuleText::Parse(const std::string&, int startLine, int endLine,
     if (lines == nullptr) return true;
     const auto& records = m_definition->records;
     CTextSearch search(*lines, std::clamp(GetNIStartLine(), 0, lines->Count()),
-                       std::clamp(GetNIEndLine(), 0, lines->Count()));
+                       std::clamp(GetNIEndLine(), 0, lines->Count()), records);
     for (std::size_t i = 0; i < records.size(); ++i) {
-        const int line = search.Find(records, i);
+        const int line = search.Find(i);
         if (line >= 0) m_lineMapping.emplace_back(line, records[i].m_row);
     }
     return true;
