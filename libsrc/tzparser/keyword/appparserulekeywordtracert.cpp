@@ -3,6 +3,9 @@
 // 3. When the hop stands below the header, the rule's line reads from the hop on.
 // 4. With a value for $last_hop, the result is whether hop and target are one device. The rule's
 //    own line gives it none.
+//
+// Below a paragraph a text has many runs, each of which looks at all open lines. So from the second
+// run on the lines that no trace can have are known, open or not.
 #include "tzparser/keyword/appparserulekeywordtracert.h"
 
 #include "host/store/interfacesetting.h"
@@ -92,21 +95,40 @@ CAppParseRuleKeyWordTraceRT::Trace CAppParseRuleKeyWordTraceRT::FindTrace(int st
     Trace trace;
     trace.lastIpLine = startLine;
     if (const auto* lines = GetSampleLines()) {
-        FindLastIpLine(*lines, trace);
-        FindHeader(*lines, trace);
+        const auto& bounds = BoundsIn(*lines);
+        FindLastIpLine(*lines, bounds.last, trace);
+        FindHeader(*lines, bounds.first, trace);
     }
     return trace;
 }
 
-void CAppParseRuleKeyWordTraceRT::FindLastIpLine(const CAppSampleLines& lines, Trace& trace) const {
-    int line = m_lineStatus.PreviousOpen(m_lineStatus.Count());
+// Each parse of a text makes a table of lines with a text of its own.
+const CAppParseRuleKeyWordTraceRT::Bounds& CAppParseRuleKeyWordTraceRT::BoundsIn(
+    const CAppSampleLines& lines) const {
+    const int count = lines.Count();
+    if (m_boundsText.lock() != lines.Text()) {
+        m_boundsText = lines.Text();
+        m_bounds = {0, count - 1, false};
+    } else if (!m_bounds.areNarrow) {
+        auto& [first, last, areNarrow] = m_bounds;
+        while (first < count && BehindHeaderKeyword(lines.View(first)).empty()) ++first;
+        while (last >= 0 && StrHasIp2(lines.View(last)).empty()) --last;
+        areNarrow = true;
+    }
+    return m_bounds;
+}
+
+void CAppParseRuleKeyWordTraceRT::FindLastIpLine(const CAppSampleLines& lines, int last,
+                                                 Trace& trace) const {
+    int line = m_lineStatus.PreviousOpen(last);
     while (line >= 0 && StrHasIp2(lines.View(line)).empty())
         line = m_lineStatus.PreviousOpen(line - 1);
     if (line >= 0) trace.lastIpLine = line;
 }
 
-void CAppParseRuleKeyWordTraceRT::FindHeader(const CAppSampleLines& lines, Trace& trace) const {
-    for (int line = m_lineStatus.NextOpen(0); line < m_lineStatus.Count();
+void CAppParseRuleKeyWordTraceRT::FindHeader(const CAppSampleLines& lines, int first,
+                                             Trace& trace) const {
+    for (int line = m_lineStatus.NextOpen(first); line < m_lineStatus.Count();
          line = m_lineStatus.NextOpen(line + 1)) {
         const auto behind = BehindHeaderKeyword(lines.View(line));
         if (behind.empty()) continue;

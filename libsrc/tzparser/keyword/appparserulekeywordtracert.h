@@ -2,6 +2,7 @@
 
 #include "tzparser/keyword/appparserulekeyword.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -50,10 +51,21 @@ protected:
     bool ParseWith(const CBuiltInLines& lines, int startLine, int endLine);
 
 private:
+    // No line of a text in front of the first has a header, none behind the last an address.
+    struct Bounds {
+        int first = 0;
+        int last = 0;
+        bool areNarrow = false;
+    };
+
     void AppendKeywordVariables(std::vector<std::string>& names) override;
-    void FindLastIpLine(const CAppSampleLines& lines, Trace& trace) const;
-    void FindHeader(const CAppSampleLines& lines, Trace& trace) const;
+    const Bounds& BoundsIn(const CAppSampleLines& lines) const;
+    void FindLastIpLine(const CAppSampleLines& lines, int last, Trace& trace) const;
+    void FindHeader(const CAppSampleLines& lines, int first, Trace& trace) const;
 
     static const CBuiltInLines& DeclaredLines();
     static const CBuiltInLines& HopLines();
+
+    mutable std::weak_ptr<const std::string> m_boundsText;
+    mutable Bounds m_bounds;
 };

@@ -205,6 +205,35 @@ TEST(KeyWordBuiltIn, TheLastParagraphHolds) {
               "$ping_result 0: 0:0-0 \"True\";\n");
 }
 
+// In paragraphs a trace is looked for among all open lines, in each of many runs over one text.
+TEST(KeyWordBuiltIn, TracesOfManyRuns) {
+    auto sample = LoadRules(
+        R"({"type":1,"filterloop":true,"includelines":{"includeline":["regex:^[^#]*$"]},"child":)"
+        R"({"parserule":[{"type":4,"startline":"^block $b","child":{"parserule":[{"type":6}]}}]}})");
+    const auto& paragraph = sample->Children().at(0)->Children().at(1);
+    const struct {
+        const char* name;
+        const char* text;
+        const char* wanted;
+    } rows[] = {
+        {"closed lines around the trace",
+         "# tracing x\nblock 1\ntracing x\n 1 192.0.2.1\nblock 2\n 2 192.0.2.2\n# 192.0.2.3",
+         "$ip 5: 5:3-12 \"192.0.2.2\";\n"},
+        {"an earlier header", "block 1\ntracing x\nblock 2\n 1 192.0.2.1\n",
+         "$ip 3: 3:3-12 \"192.0.2.1\";\n"},
+        {"a closed header", "# tracing x\nblock 1\nblock 2\n 1 192.0.2.1\n", ""},
+        {"no header", "block 1\nblock 2\n 1 192.0.2.1\n", ""},
+        {"no address", "block 1\ntracing x\nblock 2\n 1 *\n", "$ip 2: 2:0-0 \"\";\n"},
+        {"later lines", "\n\n\n\n\nblock 1\nblock 2\ntracing x\n\n 1 192.0.2.1\n",
+         "$ip 9: 9:3-12 \"192.0.2.1\";\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        sample->Parse(row.text, 0, -1, nullptr);
+        EXPECT_EQ(DumpPositions(KeyWordAt(*paragraph, 1).GetVariablePos()), row.wanted);
+    }
+}
+
 // A trace whose line does declare the hop.
 class CTraceOfLastHop : public CAppParseRuleKeyWordTraceRT {
 public:
