@@ -38,6 +38,11 @@ std::string Number(std::size_t value) {
     return std::to_string(value);
 }
 
+std::string DistinctLine(std::size_t line) {
+    const auto number = Number(1000000 + line);
+    return "ip route vrf v" + number + " 198.51.100.0 255.255.255.0 192.0.2.1";
+}
+
 std::string Address(std::size_t value) {
     return "10." + Number(value / 65536 % 256) + "." + Number(value / 256 % 256) + "." +
            Number(value % 256);
@@ -145,6 +150,28 @@ std::unique_ptr<CTzParser> FilterParser() {
     for (std::size_t i = 2; i < FilterPatterns; ++i)
         patterns.append(hxJson::Value("regex:^  Counter " + Number(i) + " of \\S+ is \\d+"));
     return MakeParser(rule.toString());
+}
+
+std::string Distinct(std::size_t lines) {
+    std::string text;
+    for (std::size_t line = 0; line < lines; ++line) text += DistinctLine(line) + '\n';
+    return text;
+}
+
+std::unique_ptr<CTzParser> TextParser(std::size_t records) {
+    hxJson::Value rules(hxJson::objectValue);
+    rules["type"] = 15;
+    rules["name"] = "found";
+    for (std::size_t i = 0; i < records; ++i) {
+        auto& record = rules["lines"].append(hxJson::Value());
+        record["row"] = static_cast<int>(i);
+        record["text"] = DistinctLine(i) + (i % 2 == 0 ? "" : " tag 7");
+    }
+    return MakeParser(rules.toString());
+}
+
+std::unique_ptr<CTzParser> ReaderParser() {
+    return MakeParser(R"({"type": 2, "name": "read"})");
 }
 
 }  // namespace ShapeText

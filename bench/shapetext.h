@@ -31,4 +31,11 @@ std::unique_ptr<CTzParser> NestedParser();
 std::unique_ptr<CTzParser> FilterParser();
 constexpr std::size_t FilterPatterns = 50;
 
+// So many lines, all different and of one length.
+std::string Distinct(std::size_t lines);
+// A text rule of so many records, by turns a line of Distinct and one that no text has.
+std::unique_ptr<CTzParser> TextParser(std::size_t records);
+// A design reader rule; its reader is the caller's.
+std::unique_ptr<CTzParser> ReaderParser();
+
 }  // namespace ShapeText
