@@ -11,6 +11,11 @@
 // So a flow knows, beside its arrivals, the arrivals at the place where its last spreading began.
 // A repeated group is followed only when each of its rounds can end in one way; otherwise the
 // number of ways may grow exponentially and nothing is promised.
+//
+// The matcher gives up for memory too: its stack of places to go back to is made of blocks, and it
+// counts each time that it goes on to another block but not when it comes back from one. A search
+// that goes to and fro over a block's end, or once from each beginning, so runs out of blocks that
+// it doesn't hold. Hence the stack has to stay within the first block.
 #include "tzparser/regex/regexcost.h"
 
 #include <algorithm>
@@ -19,10 +24,10 @@
 namespace {
 
 constexpr std::size_t MaxNodes = 400;
-constexpr double Margin = 2;        // for states that the walk may not see
-constexpr double LeastLimit = 1e5;  // of states, whatever the lengths
-constexpr double MostLimit = 1e8;   // of the part that grows with the square of the text's length
-constexpr double MostSaved = 8e4;   // entries that the matcher's stack surely holds
+constexpr double Margin = 2;         // for states that the walk may not see
+constexpr double LeastLimit = 1e5;   // of states, whatever the lengths
+constexpr double MostLimit = 1e8;    // of the part that grows with the square of the text's length
+constexpr double FirstBlock = 4080;  // bytes for entries in the first block of the matcher's stack
 constexpr std::size_t LongestTrusted = std::size_t{1} << 24U;
 
 // A polynomial of the text's length, with no negative factor.
@@ -147,7 +152,6 @@ public:
         return m_total;
     }
     bool SeesLines() const { return m_seesLines; }
-    bool RepeatsGroups() const { return m_repeatsGroups; }
 
 private:
     static Follow FollowOf(const std::vector<RegexNode>& parts, std::size_t from,
@@ -332,7 +336,6 @@ private:
 
     // One round from one arrival is walked by itself.
     Flow RepeatGroup(const RegexNode& part, const Flow& flow, const Follow& behind) {
-        m_repeatsGroups = true;
         const auto first = FirstOfParts(part.parts, 0);
         Flow out = flow;
         const auto before = m_total + flow.arrivals;
@@ -361,8 +364,64 @@ private:
     const bool m_areBlanksFew;
     Poly m_total;
     bool m_seesLines = false;
-    bool m_repeatsGroups = false;
 };
+
+// The fewest bytes that the parts take.
+double LeastLength(const std::vector<RegexNode>& parts) {
+    double length = 0;
+    for (const auto& part : parts) {
+        if (part.kind == RegexNode_Bytes) {
+            length += 1;
+        } else if (part.kind == RegexNode_Choice) {
+            double least = LeastLength(part.parts.front().parts);
+            for (const auto& branch : part.parts)
+                least = std::min(least, LeastLength(branch.parts));
+            length += least;
+        } else {
+            const bool isRepeat = part.kind == RegexNode_Repeat;
+            length += LeastLength(part.parts) * (isRepeat ? static_cast<double>(part.min) : 1);
+        }
+    }
+    return length;
+}
+
+Poly StackOf(const std::vector<RegexNode>& parts, const Poly& visits);
+
+Poly StackOfRepeat(const RegexNode& repeat, const Poly& visits) {
+    constexpr double ofBytes = 32;    // for a repeated byte class, if there is a choice of lengths
+    constexpr double ofCounter = 48;  // for each time that a repeated group is come to
+    constexpr double ofRound = 24;
+    if (repeat.max == 0) return {};
+    if (repeat.parts.size() == 1 && repeat.parts[0].kind == RegexNode_Bytes)
+        return visits * Poly::Linear(repeat.min == repeat.max ? 0 : ofBytes, 0);
+    // Rounds take bytes, so a text has room for so many of them only.
+    auto rounds = Poly::Linear(1, 1 / std::max(1.0, LeastLength(repeat.parts)));
+    if (repeat.max != RegexNoMaximum)
+        rounds = Least(rounds, visits * Poly::Linear(static_cast<double>(repeat.max), 0));
+    return visits * Poly::Linear(ofCounter, 0) + rounds * Poly::Linear(ofCounter + ofRound, 0) +
+           StackOf(repeat.parts, rounds);
+}
+
+// How many bytes the matcher's stack holds at most for parts that a way through the text comes to
+// so many times. It holds entries of that way alone: what was tried in vain is taken off.
+Poly StackOf(const std::vector<RegexNode>& parts, const Poly& visits) {
+    constexpr double ofCapture = 40;
+    constexpr double ofChoice = 24;
+    Poly stack;
+    for (const auto& part : parts) {
+        if (part.kind == RegexNode_Repeat) {
+            stack = stack + StackOfRepeat(part, visits);
+        } else if (part.kind == RegexNode_Choice) {
+            Poly most;
+            for (const auto& branch : part.parts) most = Most(most, StackOf(branch.parts, visits));
+            stack = stack + visits * Poly::Linear(ofChoice, 0) + most;
+        } else if (part.kind == RegexNode_Group) {
+            if (part.capture != 0) stack = stack + visits * Poly::Linear(ofCapture, 0);
+            stack = stack + StackOf(part.parts, visits);
+        }
+    }
+    return stack;
+}
 
 // The limit as the matcher makes it.
 double LimitAt(double length, double expression) {
@@ -370,9 +429,8 @@ double LimitAt(double length, double expression) {
                     std::min(LeastLimit + length * length, MostLimit));
 }
 
-std::size_t TrustedLength(const RegexTree& tree, const CCostWalk& walk, const Poly& total) {
+std::size_t TrustedLength(const RegexTree& tree, const Poly& total, const Poly& stack) {
     if (total.isInfinite) return 0;
-    const auto nodes = static_cast<double>(tree.nodes) + 1;
     const auto expression = static_cast<double>(std::max<std::size_t>(tree.length, 1));
     // Both sides grow with the length: a step is right when its end's cost keeps to its beginning's
     // limit.
@@ -380,7 +438,7 @@ std::size_t TrustedLength(const RegexTree& tree, const CCostWalk& walk, const Po
     for (std::size_t length = 16; length <= LongestTrusted; length += length / 4) {
         const auto n = static_cast<double>(length);
         if (Margin * total.At(n) > LimitAt(static_cast<double>(trusted), expression)) break;
-        if (walk.RepeatsGroups() && n * nodes * 2 > MostSaved) break;
+        if (stack.At(n) > FirstBlock) break;
         trusted = length;
     }
     return trusted;
@@ -391,11 +449,11 @@ std::size_t TrustedLength(const RegexTree& tree, const CCostWalk& walk, const Po
 RegexTrust TrustOfRegex(const RegexTree& tree) {
     RegexTrust trust;
     if (tree.nodes > MaxNodes) return trust;
+    const auto stack = StackOf(tree.root.parts, One);
     CCostWalk walk(false);
-    trust.length = TrustedLength(tree, walk, walk.Total(tree));
+    trust.length = TrustedLength(tree, walk.Total(tree), stack);
     trust.isForOneLine = walk.SeesLines();
     CCostWalk walkWithFewBlanks(true);
-    trust.lengthWithFewBlanks =
-        TrustedLength(tree, walkWithFewBlanks, walkWithFewBlanks.Total(tree));
+    trust.lengthWithFewBlanks = TrustedLength(tree, walkWithFewBlanks.Total(tree), stack);
     return trust;
 }

@@ -28,6 +28,12 @@ TEST(RegexDifference, GeneratedExpressionsAndTexts) {
     }
 }
 
+std::string Times(int count, const std::string& text) {
+    std::string all;
+    for (; count > 0; --count) all += text;
+    return all;
+}
+
 struct TrickyRow {
     const char* name;
     std::string expression;
@@ -69,6 +75,10 @@ const TrickyRow TrickyRows[] = {
     {"a long repeat", "x{400}(y)", std::string(500, 'x') + "y"},
     {"the empty expression", "", "a"},
     {"the empty text", "^(a*)$", ""},
+    {"more columns than a block of the matcher's stack holds", Times(60, "(\\d{1,2}),") + "x",
+     Times(1500, "11,") + ";" + Times(60, "1,") + "x"},
+    {"more rounds than a block of the matcher's stack holds",
+     "(?:[^,])*\\d[" + Times(22, "abcdefghij") + "]?~", Times(400, "1") + ",1~"},
 };
 
 TEST(RegexDifference, TrickyExpressions) {

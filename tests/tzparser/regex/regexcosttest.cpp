@@ -26,6 +26,7 @@ const TrustRow TrustRows[] = {
     {"^(a+)+$", false, false, true},
     {"^(?:a|ab|b)*c", false, false, true},
     {".*.*.*.*x", false, false, false},
+    {"^(?:(\\d+) (\\w+) (\\w+);){10}$", true, true, true},
     {"(?:a?){30}b", false, false, false},
 };
 
