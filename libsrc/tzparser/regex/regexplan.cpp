@@ -60,8 +60,10 @@ CRegexPlan::~CRegexPlan() {
 }
 
 bool CRegexPlan::IsTrusted(std::string_view text) const noexcept {
-    if (text.size() > m_trust.length &&
-        (text.size() > m_trust.lengthWithFewBlanks || HasManyBlanks(text)))
+    // A length of 0 promises nothing, for the empty text neither.
+    const auto isWithin = [&](std::size_t length) { return length > 0 && text.size() <= length; };
+    if (!isWithin(m_trust.length) &&
+        (!isWithin(m_trust.lengthWithFewBlanks) || HasManyBlanks(text)))
         return false;
     return !m_trust.isForOneLine || !HasLineEnd(text);
 }

@@ -75,6 +75,7 @@ const TrickyRow TrickyRows[] = {
     {"a long repeat", "x{400}(y)", std::string(500, 'x') + "y"},
     {"the empty expression", "", "a"},
     {"the empty text", "^(a*)$", ""},
+    {"the empty text on which plain searching gives up", "(?:" + Times(22, "(?:|)") + "\\b|)", ""},
     {"more columns than a block of the matcher's stack holds", Times(60, "(\\d{1,2}),") + "x",
      Times(1500, "11,") + ";" + Times(60, "1,") + "x"},
     {"more rounds than a block of the matcher's stack holds",
