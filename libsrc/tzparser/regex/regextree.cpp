@@ -28,12 +28,14 @@ const T* As(const State* state) {
 
 class CTreeReader {
 public:
-    explicit CTreeReader(const boost::regex& expression) : m_traits(expression.get_traits()) {
+    explicit CTreeReader(const boost::regex& expression)
+        : m_traits(expression.get_traits()), m_isReadable(IsPerl(expression)) {
         const bool ignoreCase = (expression.flags() & boost::regex::icase) != 0;
         FillFold(m_fold, ignoreCase);
         FillFold(m_otherFold, ignoreCase);
         for (const auto* state = expression.get_first_state(); state != nullptr;
              state = state->next.p) {
+            m_isReadable = m_isReadable && !ActsElsewhere(*state);
             if (state->type != machine::syntax_element_toggle_case) continue;
             // Letter case changes on the way: whatever fits either way is taken.
             FillFold(m_otherFold, !ignoreCase);
@@ -42,6 +44,7 @@ public:
     }
 
     std::optional<RegexTree> Read(const boost::regex& expression) {
+        if (!m_isReadable) return std::nullopt;
         // The machine opens with a mark that nothing closes, within the first of its branches.
         const auto* at = expression.get_first_state();
         m_opening = at;
@@ -56,6 +59,21 @@ public:
 
 private:
     using Fold = std::array<char, 256>;
+
+    // Expressions in any other syntax find the longest match.
+    static bool IsPerl(const boost::regex& expression) {
+        constexpr auto others = boost::regex::main_option_type | boost::regex::no_perl_ex;
+        return (expression.flags() & others) == 0;
+    }
+
+    // Verbs act beyond the group that they stand in, even out of a look-around. Recursion is left
+    // alone there too.
+    static bool ActsElsewhere(const State& state) {
+        return state.type == machine::syntax_element_accept ||
+               state.type == machine::syntax_element_commit ||
+               state.type == machine::syntax_element_then ||
+               state.type == machine::syntax_element_recurse;
+    }
 
     void FillFold(Fold& fold, bool ignoreCase) const {
         for (std::size_t i = 0; i < fold.size(); ++i)
@@ -268,6 +286,7 @@ private:
     const boost::regex_traits_wrapper<boost::regex_traits<char>>& m_traits;
     Fold m_fold{};
     Fold m_otherFold{};
+    bool m_isReadable;
     const State* m_opening = nullptr;
     RegexTree m_tree;
     int m_depth = 0;

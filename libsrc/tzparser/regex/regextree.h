@@ -59,7 +59,8 @@ struct RegexTree {
 };
 
 // Null when the expression holds something that has no form here (recursion, verbs, conditions,
-// sets with multi-character elements), or is very large. The expression must have compiled.
+// sets with multi-character elements), is in another syntax than Perl's, or is very large. The
+// expression must have compiled.
 std::optional<RegexTree> ReadRegexTree(const boost::regex& expression);
 
 // The bytes with which a match of the parts from `from` on may begin.

@@ -76,6 +76,8 @@ const TrickyRow TrickyRows[] = {
     {"the empty expression", "", "a"},
     {"the empty text", "^(a*)$", ""},
     {"the empty text on which plain searching gives up", "(?:" + Times(22, "(?:|)") + "\\b|)", ""},
+    {"a match that is accepted within a look-around", "(?=a(*ACCEPT))b", "a"},
+    {"recursion within a look-around", "(?=(?1))(ab)c", "abc"},
     {"more columns than a block of the matcher's stack holds", Times(60, "(\\d{1,2}),") + "x",
      Times(1500, "11,") + ";" + Times(60, "1,") + "x"},
     {"more rounds than a block of the matcher's stack holds",
@@ -87,6 +89,15 @@ TEST(RegexDifference, TrickyExpressions) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(CompareSearches(row.expression, CAppRegex::RuleFlags, row.text), "");
         EXPECT_EQ(CompareSearches(row.expression, 0, row.text), "");
+    }
+}
+
+// Their matches are the longest.
+TEST(RegexDifference, OtherSyntaxesAreNotReadAsPerls) {
+    for (const unsigned syntax : {boost::regex::extended, boost::regex::egrep, boost::regex::basic,
+                                  boost::regex::literal}) {
+        EXPECT_EQ(CompareSearches("a|ab\nabc", syntax, "abcd a|ab\nabc"), "");
+        EXPECT_FALSE(ReadRegexTree(BuildRegex("a|ab", syntax)));
     }
 }
 
