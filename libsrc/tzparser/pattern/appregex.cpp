@@ -5,8 +5,8 @@
 //    finds what the plain matcher finds; where it can't be made, or stops at a limit of its own,
 //    the plain matcher searches.
 // 3. On any other text an automaton is asked first. What it rules out is no match: the plain
-// matcher
-//    would say so too or give up, which means the same. For the rest the plain matcher decides.
+//    matcher would say so too or give up, which means the same. For the rest the plain matcher
+//    decides.
 #include "tzparser/pattern/appregex.h"
 
 #include "host/runtime/diagnostics.h"
@@ -48,20 +48,18 @@ int CAppRegexMatch::GroupCount() const noexcept {
 }
 
 std::ptrdiff_t CAppRegexMatch::Position(int group) const noexcept {
-    if (m_impl->text != nullptr)
-        return group >= 0 && group <= m_impl->groups ? m_impl->fast.Begin(group) : -1;
-    const auto& sub = m_impl->plain[group];
-    return sub.matched ? m_impl->plain.position(group) : -1;
+    // The matcher keeps what stands around the match below group 0.
+    if (group < 0 || group > GroupCount()) return -1;
+    if (m_impl->text != nullptr) return m_impl->fast.Begin(group);
+    return m_impl->plain[group].matched ? m_impl->plain.position(group) : -1;
 }
 
 std::string_view CAppRegexMatch::Text(int group) const noexcept {
-    if (m_impl->text != nullptr) {
-        const auto begin = Position(group);
-        if (begin < 0) return {};
+    const auto begin = Position(group);
+    if (begin < 0) return {};
+    if (m_impl->text != nullptr)
         return {m_impl->text + begin, static_cast<std::size_t>(m_impl->fast.End(group) - begin)};
-    }
     const auto& sub = m_impl->plain[group];
-    if (!sub.matched) return {};
     return {sub.first, static_cast<std::size_t>(sub.second - sub.first)};
 }
 

@@ -16,7 +16,7 @@ public:
     CRegexJitMatch(CRegexJitMatch&&) noexcept;
     CRegexJitMatch& operator=(CRegexJitMatch&&) noexcept;
 
-    // Byte offsets of a group; -1 for both when it took no part.
+    // Byte offsets of a group of the expression, after a match; -1 for both when it took no part.
     std::ptrdiff_t Begin(int group) const noexcept;
     std::ptrdiff_t End(int group) const noexcept;
 
@@ -29,7 +29,7 @@ private:
 // CRegexJit searches with an expression compiled to machine code.
 //
 //     const auto jit = CRegexJit::Make(*tree);          // null: not for this expression
-//     if (jit && jit->Takes(line)) found = jit->Search(line, match);
+//     if (jit) found = jit->Search(line, match);
 //
 // It is made only of expressions on which both engines agree by definition: bytes and sets of
 // bytes, choices and repeats of what can't be empty, line anchors on texts of one line. What a
@@ -44,7 +44,9 @@ public:
 
     // The number of capture groups.
     int GroupCount() const noexcept;
-    // Whether a match was found; nothing when the engine stopped at one of its own limits.
+    // Whether a match was found; nothing when the engine stopped at one of its own limits. With "^"
+    // or "$" in the expression the text may hold no "\n", "\r" and "\f" (see RegexTrust). Its data
+    // isn't null, even of an empty one.
     std::optional<bool> Search(std::string_view text, CRegexJitMatch& match) const noexcept;
 
     // The expression in the engine's syntax; empty for one that isn't made. For tests.
