@@ -56,6 +56,27 @@ TEST(AppRegex, SearchesAsTheRowsSay) {
     CheckSearchRows();
 }
 
+// The matcher's own compiler wouldn't end on those that are told to be invalid.
+TEST(AppRegex, CommentsBehindPossessiveRepeats) {
+    struct Row {
+        const char* expression;
+        bool isValid;
+    };
+    const Row rows[] = {
+        {"a++(?#x)b", false},       {"a*+(?#x)(?#y)b", false}, {"a{2,3}+(?#x)b", false},
+        {"(?x)a?+ (?#x) b", false}, {"a++(?#x)", true},        {"a++(?#x)(b)", true},
+        {"a++ (?#x)b", true},       {"\\++(?#x)b", true},      {"a+(?#x)b", true},
+        {"b}+(?#x)b", true},        {"a++(?#x)+", false},      {"a++b(?#x)c", true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.expression);
+        EXPECT_EQ(CAppRegex(row.expression, CAppRegex::RuleFlags).IsValid(), row.isValid);
+        std::string reason;
+        std::size_t offset = 0;
+        EXPECT_EQ(CAppRegex::Diagnose(row.expression, reason, offset), !row.isValid);
+    }
+}
+
 // Letters and digits of this locale are the other way round: every high byte is a letter, no digit
 // is a digit.
 class OddCtype : public std::ctype<char> {
