@@ -64,6 +64,6 @@ ScriptDeclaration ScriptDeclaration::Of(std::string_view script) {
 }
 
 std::string ScriptVariableName(std::string name) {
-    if (name.empty() || name.front() != '$') name.insert(name.begin(), '$');
+    if (name.compare(0, 1, "$") != 0) name.insert(0, 1, '$');
     return name;
 }
