@@ -37,10 +37,10 @@ struct CRegexScreen::Candidate {
     bool Add(const RegexBytes& set) {
         const auto count = set.count();
         if (count == 0 || count > 2 || length == MaxLength) return false;
-        std::size_t last = set.size() - 1;
-        while (!set[last]) --last;
+        const auto first = set._Find_first();
+        const auto last = count == 2 ? set._Find_next(first) : first;
         const auto byte = static_cast<char>(static_cast<unsigned char>(last));
-        if (count == 2 && (byte < 'a' || byte > 'z' || !set[last - CaseBit])) return false;
+        if (count == 2 && (byte < 'a' || byte > 'z' || last - first != CaseBit)) return false;
         bytes[length] = byte;
         fold[length] = count == 2 ? CaseBit : '\0';
         rareness += Rareness(byte);

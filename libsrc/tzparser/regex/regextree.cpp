@@ -8,6 +8,8 @@
 // Whatever looks otherwise makes the reader give up.
 #include "tzparser/regex/regextree.h"
 
+#include "tzparser/text/appregexbuild.h"
+
 #include <array>
 
 #include <boost/regex.hpp>
@@ -26,19 +28,39 @@ const T* As(const State* state) {
     return static_cast<const T*>(state);
 }
 
+// What bytes become before they are compared. All expressions are built with the classic locale, so
+// there are two ways only.
+struct Folding {
+    std::array<char, 256> fold;
+    std::array<RegexBytes, 256> bytesOf;  // which bytes become this one
+
+    explicit Folding(bool ignoreCase) {
+        const auto expression = BuildRegex("a", 0);
+        const auto& traits = expression.get_traits();
+        for (std::size_t i = 0; i < fold.size(); ++i) {
+            fold[i] = traits.translate(static_cast<char>(i), ignoreCase);
+            bytesOf[static_cast<unsigned char>(fold[i])].set(i);
+        }
+    }
+
+    static const Folding& Of(bool ignoreCase) {
+        static const Folding ofBytes(false);
+        static const Folding ofLetters(true);
+        return ignoreCase ? ofLetters : ofBytes;
+    }
+};
+
 class CTreeReader {
 public:
-    explicit CTreeReader(const boost::regex& expression)
-        : m_traits(expression.get_traits()), m_isReadable(IsPerl(expression)) {
+    explicit CTreeReader(const boost::regex& expression) : m_isReadable(IsPerl(expression)) {
         const bool ignoreCase = (expression.flags() & boost::regex::icase) != 0;
-        FillFold(m_fold, ignoreCase);
-        FillFold(m_otherFold, ignoreCase);
+        m_folding = m_otherFolding = &Folding::Of(ignoreCase);
         for (const auto* state = expression.get_first_state(); state != nullptr;
              state = state->next.p) {
             m_isReadable = m_isReadable && !ActsElsewhere(*state);
             if (state->type != machine::syntax_element_toggle_case) continue;
             // Letter case changes on the way: whatever fits either way is taken.
-            FillFold(m_otherFold, !ignoreCase);
+            m_otherFolding = &Folding::Of(!ignoreCase);
             m_tree.isExact = false;
         }
     }
@@ -58,8 +80,6 @@ public:
     }
 
 private:
-    using Fold = std::array<char, 256>;
-
     // Expressions in any other syntax find the longest match.
     static bool IsPerl(const boost::regex& expression) {
         constexpr auto others = boost::regex::main_option_type | boost::regex::no_perl_ex;
@@ -75,18 +95,13 @@ private:
                state.type == machine::syntax_element_recurse;
     }
 
-    void FillFold(Fold& fold, bool ignoreCase) const {
-        for (std::size_t i = 0; i < fold.size(); ++i)
-            fold[i] = m_traits.translate(static_cast<char>(i), ignoreCase);
-    }
-
     // Adds a node for one byte, of those that `takes` says yes to after folding.
     template <class Takes>
     bool AddBytes(std::vector<RegexNode>& parts, Takes takes) {
         auto* node = Add(parts, RegexNode_Bytes);
         if (node == nullptr) return false;
-        for (std::size_t i = 0; i < m_fold.size(); ++i)
-            node->bytes[i] = takes(m_fold[i]) || takes(m_otherFold[i]);
+        for (std::size_t i = 0; i < node->bytes.size(); ++i)
+            node->bytes[i] = takes(m_folding->fold[i]) || takes(m_otherFolding->fold[i]);
         return true;
     }
 
@@ -157,8 +172,12 @@ private:
     bool AddLiteral(const State* at, std::vector<RegexNode>& parts) {
         const auto* literal = As<machine::re_literal>(at);
         const auto* text = static_cast<const char*>(static_cast<const void*>(literal + 1));
-        for (unsigned i = 0; i < literal->length; ++i)
-            if (!AddBytes(parts, [&](char c) { return c == text[i]; })) return false;
+        for (unsigned i = 0; i < literal->length; ++i) {
+            auto* node = Add(parts, RegexNode_Bytes);
+            if (node == nullptr) return false;
+            const auto byte = static_cast<unsigned char>(text[i]);
+            node->bytes = m_folding->bytesOf[byte] | m_otherFolding->bytesOf[byte];
+        }
         return true;
     }
 
@@ -283,9 +302,8 @@ private:
         return true;
     }
 
-    const boost::regex_traits_wrapper<boost::regex_traits<char>>& m_traits;
-    Fold m_fold{};
-    Fold m_otherFold{};
+    const Folding* m_folding;
+    const Folding* m_otherFolding;
     bool m_isReadable;
     const State* m_opening = nullptr;
     RegexTree m_tree;
