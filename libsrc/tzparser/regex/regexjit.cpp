@@ -222,7 +222,7 @@ std::ptrdiff_t CRegexJitMatch::End(int group) const noexcept {
     return place == PCRE2_UNSET ? -1 : static_cast<std::ptrdiff_t>(place);
 }
 
-struct CRegexJit::Impl {
+struct alignas(CacheLine) CRegexJit::Impl {
     std::unique_ptr<pcre2_code, FreeCode> code;
     int groups = 0;
 };

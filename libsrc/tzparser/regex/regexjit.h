@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tzparser/regex/cacheline.h"
 #include "tzparser/regex/regextree.h"
 
 #include <cstddef>
@@ -35,7 +36,7 @@ private:
 // bytes, choices and repeats of what can't be empty, line anchors on texts of one line. What a
 // search finds is then what the plain matcher finds, group by group. Immutable, any number of
 // threads may search one object.
-class CRegexJit {
+class alignas(CacheLine) CRegexJit {
 public:
     static std::unique_ptr<const CRegexJit> Make(const RegexTree& tree);
     ~CRegexJit();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tzparser/regex/cacheline.h"
 #include "tzparser/regex/regexautomaton.h"
 #include "tzparser/regex/regexcost.h"
 #include "tzparser/regex/regexjit.h"
@@ -21,7 +22,7 @@
 //     }
 //
 // Any number of threads may use one object.
-class CRegexPlan {
+class alignas(CacheLine) CRegexPlan {
 public:
     explicit CRegexPlan(const boost::regex& expression);
     ~CRegexPlan();
