@@ -36,8 +36,8 @@ struct CStringFinder::Pass {
 
 // One of the places that a text is read at.
 struct CStringFinder::Lane {
-    const char* at = nullptr;
-    const char* end = nullptr;
+    const std::uint8_t* at = nullptr;
+    const std::uint8_t* end = nullptr;
     State state = 0;
 };
 
@@ -145,38 +145,66 @@ void CStringFinder::Report(State state, Pass& pass) const {
     }
 }
 
-void CStringFinder::Advance(Lane& lane, Pass& pass) const {
-    lane.state = Step(lane.state, m_classOf[static_cast<std::uint8_t>(*lane.at++)]);
-    if ((lane.state & Marked) == 0) return;
-    lane.state &= ~Marked;
-    Report(lane.state, pass);
+void CStringFinder::ReadOn(Lane lane, Pass& pass) const {
+    while (lane.at != lane.end && pass.left != 0) {
+        lane.state = Step(lane.state, m_classOf[*lane.at++]);
+        if ((lane.state & Marked) == 0) continue;
+        lane.state &= ~Marked;
+        Report(lane.state, pass);
+    }
 }
 
 // A lane begins so far before its part that it has seen all of a string that ends there.
-CStringFinder::LaneList CStringFinder::Divide(std::string_view text) const {
+CStringFinder::LaneList CStringFinder::Divide(const std::uint8_t* begin, std::size_t size) const {
     LaneList lanes;
-    const auto part = text.size() / lanes.size();
+    const auto part = size / lanes.size();
     const auto before = m_longest - 1;
-    auto end = text.size();
-    for (std::size_t i = lanes.size() - 1; i > 0; --i) {
-        const auto begin = part * i;
-        lanes[i] = {text.data() + (begin - before), text.data() + end, 0};
-        end = begin;
+    for (std::size_t i = 0; i < lanes.size(); ++i) {
+        const bool isLast = i + 1 == lanes.size();
+        lanes[i] = {begin + part * i - (i == 0 ? 0 : before),
+                    begin + (isLast ? size : part * (i + 1)), 0};
     }
-    lanes[0] = {text.data(), text.data() + end, 0};
     return lanes;
+}
+
+// The first lane is the shortest, as there is nothing before its part. States are kept in locals
+// and have complete rows, so that nothing but the next states is waited for.
+void CStringFinder::ReadTogether(LaneList& lanes, Pass& pass) const {
+    const State* const rows = m_rows.data();
+    const std::uint16_t* const classOf = m_classOf.data();
+    const auto shift = m_classShift;
+    const auto count = static_cast<std::size_t>(lanes[0].end - lanes[0].at);
+    std::array<State, LaneCount> states{};
+    for (std::size_t i = 0; i < count; ++i) {
+        State marks = 0;
+        for (std::size_t k = 0; k < LaneCount; ++k) {
+            states[k] = rows[(std::size_t{states[k]} << shift) + classOf[lanes[k].at[i]]];
+            marks |= states[k];
+        }
+        if ((marks & Marked) == 0) continue;
+        for (auto& state : states) {
+            if ((state & Marked) == 0) continue;
+            state &= ~Marked;
+            Report(state, pass);
+        }
+        if (pass.left == 0) return;
+    }
+    for (std::size_t k = 0; k < LaneCount; ++k) {
+        lanes[k].at += count;
+        lanes[k].state = states[k];
+    }
 }
 
 CStringFinder::Found CStringFinder::Find(std::string_view text) const {
     Pass pass{Found(m_count), m_count};
-    LaneList lanes{{{text.data(), text.data() + text.size(), 0}}};
-    if (text.size() / lanes.size() > std::max(ShortPart, 2 * m_longest)) {
-        lanes = Divide(text);
-        // The first lane is the shortest: it has nothing before its part.
-        while (lanes[0].at != lanes[0].end && pass.left != 0)
-            for (auto& lane : lanes) Advance(lane, pass);
+    const auto* begin = static_cast<const std::uint8_t*>(static_cast<const void*>(text.data()));
+    const bool areRowsComplete = m_rowCount == m_string.size();
+    if (areRowsComplete && text.size() / LaneCount > std::max(ShortPart, 2 * m_longest)) {
+        auto lanes = Divide(begin, text.size());
+        ReadTogether(lanes, pass);
+        for (const auto& lane : lanes) ReadOn(lane, pass);
+    } else {
+        ReadOn({begin, begin + text.size(), 0}, pass);
     }
-    for (auto& lane : lanes)
-        while (lane.at != lane.end && pass.left != 0) Advance(lane, pass);
     return std::move(pass.found);
 }

@@ -41,7 +41,8 @@ private:
     using State = std::uint32_t;
     struct Pass;
     struct Lane;
-    using LaneList = std::array<Lane, 4>;
+    static constexpr std::size_t LaneCount = 8;
+    using LaneList = std::array<Lane, LaneCount>;
 
     void NumberClasses(const std::vector<std::string_view>& strings);
     void MakeStates(const std::vector<std::string_view>& strings);
@@ -50,8 +51,9 @@ private:
     State Child(State state, std::uint16_t byteClass) const;
     State Step(State state, std::uint16_t byteClass) const;
     void Report(State state, Pass& pass) const;
-    void Advance(Lane& lane, Pass& pass) const;
-    LaneList Divide(std::string_view text) const;
+    void ReadOn(Lane lane, Pass& pass) const;
+    LaneList Divide(const std::uint8_t* begin, std::size_t size) const;
+    void ReadTogether(LaneList& lanes, Pass& pass) const;
 
     std::size_t m_count;
     std::size_t m_longest = 1;
