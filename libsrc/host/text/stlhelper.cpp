@@ -1,11 +1,12 @@
 #include "host/text/stlhelper.h"
 
 #include "host/text/asciicase.h"
+#include "host/text/charset.h"
 
 namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
-constexpr std::string_view RegexMetacharacters = "\\^$.|?*+()[]{}";
+constexpr CharSet RegexMetacharacters("\\^$.|?*+()[]{}");
 
 template <typename Pieces>
 void SplitAll(std::string_view text, std::string_view delimiter, Pieces& pieces) {
@@ -54,14 +55,12 @@ bool StlHelper::equalIgnoreCase(std::string_view a, std::string_view b) {
 size_t StlHelper::findIgnoreCase(std::string_view text, std::string_view needle, size_t start) {
     if (start > text.size() || needle.size() > text.size() - start) return std::string::npos;
     if (needle.empty()) return start;
-    const char first[] = {AsciiLower(needle[0]), AsciiUpper(needle[0])};
-    const std::string_view heads(first, sizeof first);
+    const char head = AsciiLower(needle[0]);
     const size_t last = text.size() - needle.size();
-    size_t at = text.find_first_of(heads, start);
-    while (at <= last) {
-        if (AsciiEqualIgnoreCase(text.substr(at, needle.size()), needle)) return at;
-        at = text.find_first_of(heads, at + 1);
-    }
+    for (size_t at = start; at <= last; ++at)
+        if (AsciiLower(text[at]) == head &&
+            AsciiEqualIgnoreCase(text.substr(at, needle.size()), needle))
+            return at;
     return std::string::npos;
 }
 
@@ -101,11 +100,15 @@ void StlHelper::splitString(std::string_view text, std::string_view delimiter,
     SplitAll(text, delimiter, pieces);
 }
 
+bool StlHelper::IsRegexMetacharacter(char c) {
+    return RegexMetacharacters.Has(c);
+}
+
 std::string StlHelper::RegexEscape(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size() + text.size() / 8);
     for (const char c : text) {
-        if (RegexMetacharacters.find(c) != std::string_view::npos) escaped.push_back('\\');
+        if (IsRegexMetacharacter(c)) escaped.push_back('\\');
         escaped.push_back(c);
     }
     return escaped;

@@ -64,4 +64,6 @@ public:
     // letters, digits, "#" and white space have to come through unchanged for the statement
     // compiler.
     static std::string RegexEscape(std::string_view text);
+    // Whether it puts a backslash before the character.
+    static bool IsRegexMetacharacter(char c);
 };

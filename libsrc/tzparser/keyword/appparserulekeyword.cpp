@@ -82,21 +82,21 @@ bool CAppParseRuleKeyWord::ResolveKeywordLine(const std::string& kvp,
     CParserPatternHelper helper;
     std::string error;
     if (!helper.Parse(kvp, error)) return false;
-    const auto types = helper.GetVarTypesWithOrder();
-    for (const auto& type : types)
-        if (type.first != DummyVariableName) names.push_back(type.first);
-    const auto* former = FindResolved(kvp);
-    if (names.empty() && former != nullptr && former->RegexText() == helper.GetRegex() &&
-        former->NamesWithDummy() == helper.GetVarNames())
+    auto groupNames = helper.GetVarNames();
+    for (const auto& name : groupNames)
+        if (name != DummyVariableName) names.push_back(name);
+    const auto* former = names.empty() ? FindResolved(kvp) : nullptr;
+    if (former != nullptr && former->RegexText() == helper.GetRegex() &&
+        former->NamesWithDummy() == groupNames)
         return true;
     auto& definition = EditDefinition();
-    for (const auto& [name, type] : types)
-        if (name != DummyVariableName) definition.variableTypes[name] = type;
+    for (auto& [name, type] : helper.GetVarTypesWithOrder())
+        if (name != DummyVariableName) definition.variableTypes[name] = std::move(type);
     Kvp known;
     known.regexText = helper.GetRegex();
     known.names = names;
-    known.hasDummy = helper.GetVarNames() != names;
-    if (known.hasDummy) known.groupNames = helper.GetVarNames();
+    known.hasDummy = groupNames != names;
+    if (known.hasDummy) known.groupNames = std::move(groupNames);
     known.isMultiLine = helper.IsMultiLineRegex();
     definition.resolved[kvp] = std::move(known);
     std::string mlineName;

@@ -244,7 +244,7 @@ private:
 
     std::shared_ptr<const Plan> MakePlan();
     const Plan* FindPlan() const;
-    PlanItem MakePlanItem(const std::string& kvp, const std::vector<std::string>& variables);
+    PlanItem MakePlanItem(const Kvp& known, const std::vector<std::string>& variables);
     Run BeginRun(int startLine, int endLine);
     void RunSingleLine(Run& run, const PlanItem& item, CAppRegexMatch& match);
     void AssignGroups(Run& run, const PlanItem& item, const CAppRegexMatch& match, int line);

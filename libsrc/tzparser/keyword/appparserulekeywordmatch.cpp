@@ -119,14 +119,13 @@ std::shared_ptr<const CAppParseRuleKeyWord::Plan> CAppParseRuleKeyWord::MakePlan
     for (const auto& kvp : kvps) {
         const auto* known = FindResolved(kvp);
         if (known != nullptr && !known->RegexText().empty())
-            plan->items.push_back(MakePlanItem(kvp, plan->variables));
+            plan->items.push_back(MakePlanItem(*known, plan->variables));
     }
     return plan;
 }
 
 CAppParseRuleKeyWord::PlanItem CAppParseRuleKeyWord::MakePlanItem(
-    const std::string& kvp, const std::vector<std::string>& variables) {
-    const auto& known = *FindResolved(kvp);
+    const Kvp& known, const std::vector<std::string>& variables) {
     PlanItem item;
     item.regex = GetCachedRegex(known.RegexText(), CAppRegex::RuleFlags);
     if (!item.regex) item.brokenRegex = std::make_unique<const std::string>(known.RegexText());

@@ -76,6 +76,18 @@ std::string FoldWhiteSpace(std::string_view text) {
     return folded;
 }
 
+// RegexEscape and FoldWhiteSpace of a piece in one go.
+void AppendLiteral(std::string_view text, std::string& regex) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (IsBlank(text[i])) {
+            if (i == 0 || !IsBlank(text[i - 1])) regex.append("\\s+");
+            continue;
+        }
+        if (StlHelper::IsRegexMetacharacter(text[i])) regex.push_back('\\');
+        regex.push_back(text[i]);
+    }
+}
+
 std::string Placeholder(int index) {
     StrFormat format(PlaceholderFormat);
     format << FirstPlaceholder + index;
@@ -94,16 +106,16 @@ std::string CParserPatternHelper::RegexEscape(const std::string& text, bool keep
            text.substr(end);
 }
 
-std::vector<std::string> CParserPatternHelper::ChooseCaptures() const {
-    std::vector<std::string> captures;
+std::vector<std::string_view> CParserPatternHelper::ChooseCaptures() const {
+    std::vector<std::string_view> captures;
     captures.reserve(m_variables.size());
     std::string_view before;
     for (const auto& variable : m_variables) {
         if (!variable.m_alternatives.empty()) {
-            captures.push_back(variable.m_alternatives);
+            captures.emplace_back(variable.m_alternatives);
         } else {
             before = CaptureOfType(variable.m_type, before);
-            captures.emplace_back(before);
+            captures.push_back(before);
         }
     }
     return captures;
@@ -117,19 +129,27 @@ void CParserPatternHelper::BuildRegex() {
         BuildRegexByPlaceholders(captures);
 }
 
-void CParserPatternHelper::BuildRegexByPieces(const std::vector<std::string>& captures) {
+void CParserPatternHelper::BuildRegexByPieces(const std::vector<std::string_view>& captures) {
+    const std::string_view pattern = m_pattern;
     std::size_t at = 0;
+    m_regex.reserve(2 * pattern.size());
     for (std::size_t i = 0; i < m_variables.size(); ++i) {
-        const auto variable = m_pattern.find(m_variables[i].m_matchText, at);
-        if (variable == std::string::npos) continue;  // left over from an earlier statement
-        m_regex += FoldWhiteSpace(RegexEscape(m_pattern.substr(at, variable - at), at == 0, false));
+        const auto variable = pattern.find(m_variables[i].m_matchText, at);
+        if (variable == std::string_view::npos) continue;  // left over from an earlier statement
+        if (at == 0 && variable > 0 && pattern.front() == '^') {
+            m_regex.push_back('^');
+            at = 1;
+        }
+        AppendLiteral(pattern.substr(at, variable - at), m_regex);
         m_regex += captures[i];
         at = variable + m_variables[i].m_matchText.size();
     }
-    m_regex += FoldWhiteSpace(RegexEscape(m_pattern.substr(at), false, true));
+    const bool endsAnchored = at < pattern.size() && pattern.back() == '$';
+    AppendLiteral(pattern.substr(at, pattern.size() - at - (endsAnchored ? 1 : 0)), m_regex);
+    if (endsAnchored) m_regex.push_back('$');
 }
 
-void CParserPatternHelper::BuildRegexByPlaceholders(const std::vector<std::string>& captures) {
+void CParserPatternHelper::BuildRegexByPlaceholders(const std::vector<std::string_view>& captures) {
     const auto& classic = std::locale::classic();
     std::string working = m_pattern;
     for (std::size_t i = 0; i < m_variables.size(); ++i)

@@ -86,9 +86,10 @@ private:
                           std::string& error);
     bool ParseMline(const std::string& pattern, std::size_t bracket, std::string& error);
     bool IsCompilable() const;
-    std::vector<std::string> ChooseCaptures() const;
-    void BuildRegexByPieces(const std::vector<std::string>& captures);
-    void BuildRegexByPlaceholders(const std::vector<std::string>& captures);
+    // Views into the variables and constants.
+    std::vector<std::string_view> ChooseCaptures() const;
+    void BuildRegexByPieces(const std::vector<std::string_view>& captures);
+    void BuildRegexByPlaceholders(const std::vector<std::string_view>& captures);
 
     std::string m_pattern;
     std::string m_regex;

@@ -3,6 +3,8 @@
 // what can be repeated, no empty branch.
 #include "tzparser/regex/regexvalidity.h"
 
+#include "host/text/charset.h"
+
 #include <cstddef>
 
 namespace {
@@ -11,9 +13,10 @@ constexpr std::size_t MaxLength = 2000;
 constexpr int MaxDepth = 40;
 constexpr int MaxCount = 999;
 
-bool IsOneOf(char c, std::string_view characters) {
-    return characters.find(c) != std::string_view::npos;
-}
+constexpr CharSet NoAtoms("?*+{}[]");
+constexpr CharSet Escaped("dDsSwWnrt.^$|()[]{}*+?\\/-,:;\"#%&!@~= ");
+constexpr CharSet NoSetParts("[^-");
+constexpr CharSet Repeats("*+?{");
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -65,7 +68,7 @@ private:
         if (Take('[')) return Set();
         if (Take('\\')) return Escape();
         const char c = Peek();
-        if (c < ' ' || c > '~' || IsOneOf(c, "?*+{}[]")) return false;
+        if (c < ' ' || c > '~' || NoAtoms.Has(c)) return false;
         ++m_at;
         return true;
     }
@@ -77,7 +80,7 @@ private:
 
     bool Escape() {
         const char c = Peek();
-        if (!IsOneOf(c, "dDsSwWnrt.^$|()[]{}*+?\\/-,:;\"#%&!@~= ")) return false;
+        if (!Escaped.Has(c)) return false;
         ++m_at;
         return true;
     }
@@ -93,7 +96,7 @@ private:
     bool SetPart() {
         if (Take('\\')) return Escape() && Peek() != '-';
         const char first = Peek();
-        if (first < ' ' || first > '~' || IsOneOf(first, "[^-")) return false;
+        if (first < ' ' || first > '~' || NoSetParts.Has(first)) return false;
         ++m_at;
         if (!Take('-')) return true;
         const char last = Peek();
@@ -110,7 +113,7 @@ private:
             if (!Counts()) return false;
         }
         Take('?');
-        return !IsOneOf(Peek(), "*+?{") || AtEnd();
+        return !Repeats.Has(Peek()) || AtEnd();
     }
 
     bool Counts() {

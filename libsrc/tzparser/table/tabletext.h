@@ -1,7 +1,8 @@
 #pragma once
 
+#include "host/text/charset.h"
+
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -9,19 +10,6 @@
 
 // What the steps of a table share: sets of characters, and searching by positions that may be -1.
 namespace TableText {
-
-// A set of characters, asked for one at a time: cells are a few bytes long, and a search for each
-// of them takes longer than a look at a table.
-class CharSet {
-public:
-    constexpr explicit CharSet(std::string_view characters) {
-        for (const char c : characters) m_has[static_cast<unsigned char>(c)] = true;
-    }
-    constexpr bool Has(char c) const { return m_has[static_cast<unsigned char>(c)]; }
-
-private:
-    std::array<bool, 256> m_has{};
-};
 
 // Between headers; at the edges of cells and between the words of a header; what a line of nothing
 // but rules has; between the tokens of a row.
