@@ -12,7 +12,8 @@ namespace {
 constexpr const char* TableRules = R"({"type": 3, "name": "ports",
   "headers": "Port;Name;Status;Vlan;Duplex;Speed;Type;Uptime",
   "headertovariables": "Port:$port;Name:$name;Status:$status;Vlan:$vlan;Duplex:$duplex;Speed:$speed;Type:$type;Uptime:$uptime",
-  "aligntype": "0"})";
+  "aligntype": "0",
+  "hashcolumns": ["port", "name", "status", "vlan", "duplex", "speed", "type", "uptime"]})";
 
 constexpr const char* BlockRules = R"({"type": 4, "name": "interfaces",
   "startline": "^$name is $state, line protocol is",
