@@ -48,15 +48,23 @@ void LoadJsonOnly(benchmark::State& state) {
     CountBytes(state);
 }
 
-// Bytes that the heap has in use once the definition is loaded and its document gone, of one rule.
+// The first so many of the statements.
+BenchText::Statements FirstStatements(const benchmark::State& state) {
+    const auto& all = BenchText::SmallStatements();
+    return {all.begin(), all.begin() + state.range(0)};
+}
+
+// Bytes that the heap has in use once a definition of so many statements a rule is loaded and its
+// document gone, of one rule.
 void LoadMemory(benchmark::State& state) {
+    const auto document = BenchText::Definition(Samples, FirstStatements(state));
     double bytes = 0;
     for (auto _ : state) {
         const auto before = mallinfo2();
         CTzParser parser;
         {
             hxJson::Value definition;
-            if (!hxJson::Reader().parse(Document(), definition) || !parser.SetParser(definition))
+            if (!hxJson::Reader().parse(document, definition) || !parser.SetParser(definition))
                 state.SkipWithError("the definition could not be loaded");
         }
         const auto after = mallinfo2();
@@ -71,7 +79,7 @@ void LoadTexts(benchmark::State& state) {
     std::size_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;
-        for (const auto& statement : BenchText::SmallStatements()) bytes += statement.size();
+        for (const auto& statement : FirstStatements(state)) bytes += statement.size();
     }
     state.counters["bytes"] = static_cast<double>(bytes);
 }
@@ -79,8 +87,8 @@ void LoadTexts(benchmark::State& state) {
 BENCHMARK(Load)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadPlainCompile)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadJsonOnly)->Unit(benchmark::kMillisecond);
-BENCHMARK(LoadMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(LoadTexts)->Iterations(1);
+BENCHMARK(LoadMemory)->Arg(1)->Arg(10)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadTexts)->Arg(1)->Arg(10)->Iterations(1);
 
 const bool rows = CRatioTable::Add({
     {"load 200 samples, to compiling their statements plainly",
@@ -93,9 +101,14 @@ const bool rows = CRatioTable::Add({
      "LoadJsonOnly",
      RatioMeasure_Megabytes,
      {}},
-    {"200 samples in memory: one rule, to the texts of its statements",
-     "LoadMemory/iterations:1",
-     "LoadTexts/iterations:1",
+    {"200 samples in memory: a rule of one statement, to the statement's text",
+     "LoadMemory/1/iterations:1",
+     "LoadTexts/1/iterations:1",
+     RatioMeasure_Kilobytes,
+     {}},
+    {"200 samples in memory: a rule of ten statements, to the statements' texts",
+     "LoadMemory/10/iterations:1",
+     "LoadTexts/10/iterations:1",
      RatioMeasure_Kilobytes,
      {}},
 });
