@@ -20,3 +20,6 @@ public:
 private:
     std::array<bool, 256> m_has{};
 };
+
+// White space as the classic locale has it.
+inline constexpr CharSet WhiteSpace(" \t\n\v\f\r");

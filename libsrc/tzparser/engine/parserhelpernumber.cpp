@@ -1,5 +1,7 @@
 #include "tzparser/engine/parserhelpernumber.h"
 
+#include "host/text/charset.h"
+
 #include <cerrno>
 #include <charconv>
 #include <cmath>
@@ -17,12 +19,8 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool IsWhiteSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 std::string_view WithoutWhiteSpace(std::string_view text) {
-    while (!text.empty() && IsWhiteSpace(text.front())) text.remove_prefix(1);
+    while (!text.empty() && WhiteSpace.Has(text.front())) text.remove_prefix(1);
     return text;
 }
 

@@ -7,6 +7,7 @@
 #include "tzparser/explain/statementcuts.h"
 
 #include "host/text/asciicase.h"
+#include "host/text/charset.h"
 #include "tzparser/pattern/parserpatternhelper.h"
 #include "tzparser/pattern/patternscan.h"
 
@@ -30,10 +31,6 @@ constexpr std::array<WishRow, 4> Wishes = {{
     {"double:", "a number"},
     {"bool:", "1, 0, True or False"},
 }};
-
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
 
 // Behind the class that opens at `begin`; npos when it doesn't close.
 std::size_t ClassEnd(std::string_view text, std::size_t begin) {
@@ -148,8 +145,8 @@ void CStatementCuts::CutPlain(std::string_view statement) {
 void CStatementCuts::CutLiteral(std::string_view statement, std::size_t begin, std::size_t end) {
     for (auto at = begin; at < end;) {
         auto next = at + 1;
-        if (IsBlank(statement[at])) {
-            while (next < end && IsBlank(statement[next])) ++next;
+        if (WhiteSpace.Has(statement[at])) {
+            while (next < end && WhiteSpace.Has(statement[next])) ++next;
             AddPiece(statement, at, next, "\\s+");
         } else {
             const std::string one(1, statement[at]);

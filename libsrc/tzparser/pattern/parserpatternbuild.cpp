@@ -11,6 +11,7 @@
 // whole and putting the captures in place of the placeholders gives. The two differ only for a
 // statement that holds the text "#ph" itself: there an author's own "#ph1000hp#" is taken for the
 // placeholder when it stands first, so such a statement goes through the placeholders for real.
+#include "host/text/charset.h"
 #include "host/text/stlhelper.h"
 #include "host/text/strformat.h"
 #include "tzparser/pattern/parserpatternhelper.h"
@@ -59,33 +60,28 @@ std::string_view CaptureOfType(const std::string& type, std::string_view before)
     return GetAppCapture(AppCapture_String);
 }
 
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-std::string FoldWhiteSpace(std::string_view text) {
-    std::string folded;
-    folded.reserve(text.size() + 8);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!IsBlank(text[i])) {
-            folded.push_back(text[i]);
-        } else if (i == 0 || !IsBlank(text[i - 1])) {
-            folded.append("\\s+");
-        }
-    }
-    return folded;
-}
-
-// RegexEscape and FoldWhiteSpace of a piece in one go.
+// Escaped, each run of white space as "\s+".
 void AppendLiteral(std::string_view text, std::string& regex) {
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (IsBlank(text[i])) {
-            if (i == 0 || !IsBlank(text[i - 1])) regex.append("\\s+");
+        if (WhiteSpace.Has(text[i])) {
+            if (i == 0 || !WhiteSpace.Has(text[i - 1])) regex.append("\\s+");
             continue;
         }
         if (StlHelper::IsRegexMetacharacter(text[i])) regex.push_back('\\');
         regex.push_back(text[i]);
     }
+}
+
+// The same, but for an anchor in front or at the end.
+void AppendPiece(std::string_view text, bool keepsCaret, bool keepsDollar, std::string& regex) {
+    if (keepsCaret && !text.empty() && text.front() == '^') {
+        regex.push_back('^');
+        text.remove_prefix(1);
+    }
+    const bool hasDollar = keepsDollar && !text.empty() && text.back() == '$';
+    if (hasDollar) text.remove_suffix(1);
+    AppendLiteral(text, regex);
+    if (hasDollar) regex.push_back('$');
 }
 
 std::string Placeholder(int index) {
@@ -136,17 +132,11 @@ void CParserPatternHelper::BuildRegexByPieces(const std::vector<std::string_view
     for (std::size_t i = 0; i < m_variables.size(); ++i) {
         const auto variable = pattern.find(m_variables[i].m_matchText, at);
         if (variable == std::string_view::npos) continue;  // left over from an earlier statement
-        if (at == 0 && variable > 0 && pattern.front() == '^') {
-            m_regex.push_back('^');
-            at = 1;
-        }
-        AppendLiteral(pattern.substr(at, variable - at), m_regex);
+        AppendPiece(pattern.substr(at, variable - at), at == 0, false, m_regex);
         m_regex += captures[i];
         at = variable + m_variables[i].m_matchText.size();
     }
-    const bool endsAnchored = at < pattern.size() && pattern.back() == '$';
-    AppendLiteral(pattern.substr(at, pattern.size() - at - (endsAnchored ? 1 : 0)), m_regex);
-    if (endsAnchored) m_regex.push_back('$');
+    AppendPiece(pattern.substr(at), false, true, m_regex);
 }
 
 void CParserPatternHelper::BuildRegexByPlaceholders(const std::vector<std::string_view>& captures) {
@@ -155,9 +145,10 @@ void CParserPatternHelper::BuildRegexByPlaceholders(const std::vector<std::strin
     for (std::size_t i = 0; i < m_variables.size(); ++i)
         boost::algorithm::ireplace_first(working, m_variables[i].m_matchText,
                                          Placeholder(static_cast<int>(i)), classic);
-    working = FoldWhiteSpace(RegexEscape(working, true, true));
+    std::string regex;
+    AppendPiece(working, true, true, regex);
     for (std::size_t i = 0; i < captures.size(); ++i)
-        boost::algorithm::ireplace_first(working, Placeholder(static_cast<int>(i)), captures[i],
+        boost::algorithm::ireplace_first(regex, Placeholder(static_cast<int>(i)), captures[i],
                                          classic);
-    m_regex = std::move(working);
+    m_regex = std::move(regex);
 }

@@ -1,5 +1,7 @@
 #include "tzparser/regex/regexplan.h"
 
+#include "host/text/charset.h"
+
 #include <boost/regex.hpp>
 
 namespace {
@@ -16,20 +18,16 @@ bool HasLineEnd(std::string_view text) {
     return found != 0;
 }
 
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 // Whether there are more than RegexFewBlanks blanks in a row. So long a run covers a multiple of
 // the least such length, so only those places are looked at.
 bool HasManyBlanks(std::string_view text) {
     constexpr std::size_t many = RegexFewBlanks + 1;
     for (std::size_t at = many - 1; at < text.size(); at += many) {
-        if (!IsBlank(text[at])) continue;
+        if (!WhiteSpace.Has(text[at])) continue;
         auto begin = at;
-        while (begin > 0 && IsBlank(text[begin - 1])) --begin;
+        while (begin > 0 && WhiteSpace.Has(text[begin - 1])) --begin;
         auto end = at;
-        while (end < text.size() && IsBlank(text[end])) ++end;
+        while (end < text.size() && WhiteSpace.Has(text[end])) ++end;
         if (end - begin >= many) return true;
     }
     return false;

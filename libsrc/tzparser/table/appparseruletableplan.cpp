@@ -21,7 +21,7 @@ std::string LiteralHeaderRegex(const std::string& joined) {
     std::string expression;
     bool inWhiteSpace = false;
     for (const char c : StlHelper::RegexEscape(joined)) {
-        const bool isWhiteSpace = TableText::WhiteSpace.Has(c);
+        const bool isWhiteSpace = WhiteSpace.Has(c);
         if (!isWhiteSpace)
             expression += c;
         else if (!inWhiteSpace)

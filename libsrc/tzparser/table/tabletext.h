@@ -21,7 +21,6 @@ inline constexpr CharSet RowSeparators(" \t\n");
 // Characters that end a token where a column's edge falls: a backslash too, since it stands for a
 // line that goes on.
 inline constexpr CharSet Boundaries(" \t\r\n\\");
-inline constexpr CharSet WhiteSpace(" \t\n\v\f\r");
 
 // A byte position in a line; -1 stands for none and is found nowhere.
 using Position = std::ptrdiff_t;
